@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "vspavbased/vspavbasedglobal.h"
+
+namespace AVBased {
+
+class IBDList;
+
+/// A Blu-ray disc as a whole.
+struct BDDiscInfo
+{
+    const char* name;       ///< Latin-1; empty when the disc has none
+    std::uint8_t scrambled; ///< non-zero: the streams are encrypted
+};
+
+AVBASED_ASSERT_OFFSET(BDDiscInfo, name, 0);
+AVBASED_ASSERT_OFFSET(BDDiscInfo, scrambled, 4);
+
+/// What a title plays, or one entry of a title's chapter array. Times in seconds; clip times count
+/// from the start of the stream file.
+struct BDPlayInfo
+{
+    std::uint32_t clipCount;
+    IBDList* clips;         ///< each item named after its stream file; null in chapter entries
+    const double* inTimes;  ///< `clipCount` times
+    const double* outTimes; ///< `clipCount` times
+    double timeStamp;       ///< chapter entries: start within the title
+    double duration;
+    std::uint32_t reserved32[2];
+};
+
+AVBASED_ASSERT_OFFSET(BDPlayInfo, clipCount, 0);
+AVBASED_ASSERT_OFFSET(BDPlayInfo, clips, 4);
+AVBASED_ASSERT_OFFSET(BDPlayInfo, inTimes, 8);
+AVBASED_ASSERT_OFFSET(BDPlayInfo, outTimes, 12);
+AVBASED_ASSERT_OFFSET(BDPlayInfo, timeStamp, 16);
+AVBASED_ASSERT_OFFSET(BDPlayInfo, duration, 24);
+AVBASED_ASSERT_SIZE(BDPlayInfo, 40);
+
+} // namespace AVBased

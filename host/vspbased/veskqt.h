@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+//
+// Everything in which Qt 4.8 and Qt 5 differ for this project, in one place. The module and the
+// host layer otherwise use only API that both have.
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QDateTime>
+#include <QtCore/QList>
+#include <QtCore/QString>
+#include <QtCore/QThread>
+#include <QtCore/QtAlgorithms>
+#include <QtCore/QtPlugin>
+
+namespace Vesk {
+
+/// Text in the eight-bit encoding of the engine boundary. Qt 4's fromAscii() is fromLatin1() unless
+/// the application sets a codec for C strings; Qt 5 has only the latter. A null pointer gives a
+/// null string; a negative size means that the text is zero-terminated.
+inline QString fromAscii(const char* text, int size = -1)
+{
+#if QT_VERSION < 0x050000
+    return QString::fromAscii(text, size);
+#else
+    return QString::fromLatin1(text, size);
+#endif
+}
+
+/// Whole seconds since 1970-01-01 UTC, as Qt 4's toTime_t() counts them.
+inline uint toTime_t(const QDateTime& time)
+{
+#if QT_VERSION < 0x050800
+    return time.toTime_t();
+#else
+    return static_cast<uint>(time.toSecsSinceEpoch());
+#endif
+}
+
+/// Qt's own quicksort. It is not stable, and which of several equal elements comes last is part of
+/// the documented behaviour of the callers, so another sort is no replacement.
+template <typename T, typename LessThan>
+inline void quickSort(QList<T>& list, LessThan lessThan)
+{
+#if QT_VERSION >= 0x050000
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+#endif
+    qSort(list.begin(), list.end(), lessThan);
+#if QT_VERSION >= 0x050000
+    QT_WARNING_POP
+#endif
+}
+
+/// Whether QThread says in a signal of its own that a thread was terminated.
+#if QT_VERSION < 0x050000
+const bool qtSignalsTermination = true;
+#else
+const bool qtSignalsTermination = false;
+#endif
+
+/// Connects that signal, where there is one, to `slot` of `receiver`.
+inline void connectTerminated(QThread* thread, QObject* receiver, const char* slot)
+{
+#if QT_VERSION < 0x050000
+    QObject::connect(thread, SIGNAL(terminated()), receiver, slot);
+#else
+    Q_UNUSED(thread);
+    Q_UNUSED(receiver);
+    Q_UNUSED(slot);
+#endif
+}
+
+} // namespace Vesk
+
+/// Exports `Class` as the plug-in object of library `name`. Qt 4's macro makes both entry points;
+/// Qt 5 makes qt_plugin_instance() from Q_PLUGIN_METADATA in the class, and the verification record
+/// is added here in the same four-line form.
+#if QT_VERSION < 0x050000
+#define VESK_EXPORT_PLUGIN(name, Class) Q_EXPORT_PLUGIN2(name, Class)
+#else
+#ifdef QT_NO_DEBUG
+#define VESK_PLUGIN_DEBUG "false"
+#else
+#define VESK_PLUGIN_DEBUG "true"
+#endif
+#define VESK_EXPORT_PLUGIN(name, Class)                                                            \
+    Q_EXTERN_C Q_DECL_EXPORT const char* qt_plugin_query_verification_data()                       \
+    {                                                                                              \
+        return "pattern=QT_PLUGIN_VERIFICATION_DATA\n"                                             \
+               "version=" QT_VERSION_STR "\n"                                                      \
+               "debug=" VESK_PLUGIN_DEBUG "\n"                                                     \
+               "buildkey=" VESK_BUILD_KEY;                                                         \
+    }
+#endif
