@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "vspimportglobal.h"
+
+#include <QtCore/QObject>
+
+namespace Vesk {
+
+class CDVDChapterPrivate;
+class CDVDTitle;
+
+/// One chapter of a DVD title. Times in seconds from the title's start.
+class VSPIMPORT_EXPORT CDVDChapter : public QObject
+{
+    Q_OBJECT
+
+public:
+    CDVDChapter(QObject* parent = 0);
+    virtual ~CDVDChapter();
+
+    double timeStart() const;
+    void setTimeStart(double seconds);
+
+    double timeEnd() const;
+    void setTimeEnd(double seconds);
+
+    /// timeEnd() - timeStart(), negative when they are reversed.
+    double duration() const;
+
+    /// The title that owns the chapter; not cleared when the title goes.
+    CDVDTitle* title() const;
+    void setTitle(CDVDTitle* title);
+
+private:
+    CDVDChapterPrivate* d;
+
+    Q_DISABLE_COPY(CDVDChapter)
+};
+
+} // namespace Vesk

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "vspbased/cveskobject.h"
+#include "vspimportglobal.h"
+
+#include <QtCore/QSize>
+#include <QtCore/QString>
+
+namespace AVBased {
+class IImageConverter;
+}
+
+namespace Vesk {
+
+class CImportContextPrivate;
+
+/// Settings of all imports of the process.
+///
+/// Holds no lock: the host sets it before it opens an import and leaves it alone while one runs.
+class VSPIMPORT_EXPORT CImportContext : public CVeskObject
+{
+    Q_OBJECT
+
+public:
+    /// The one context. Made at the first call, at the latest by the plug-in's initialize(), and
+    /// gone with the module; never deleted by the host.
+    static CImportContext* instance();
+    virtual ~CImportContext();
+
+    /// Size of snapshots in pixels, 50 x 50 at first. Takes effect until the first snapshot of the
+    /// process; after that the size stays what it was then.
+    QSize snapSize() const;
+    void setSnapSize(const QSize& size);
+
+    /// Folder that receives the snapshots. Made when needed.
+    QString configDir() const;
+    void setConfigDir(const QString& dir);
+
+    /// Suffixes of media files to import and to refuse: patterns like "*.avi;" one after another,
+    /// letter case ignored. `forbidFormats` goes first. Adding a pattern to one list takes it from
+    /// the other.
+    QString fileFormats() const;
+    void setFileFormats(const QString& formats);
+    void addFileFormat(const QString& format);
+    QString forbidFormats() const;
+    void setForbidFormats(const QString& formats);
+    void addForbidFormat(const QString& format);
+
+    /// Whether the two lists apply at all. True at first.
+    bool limitFileFormat() const;
+    void setLimitFileFormat(bool limit);
+
+    /// What the host supports. Discs are imported whatever these say; a scrambled one is marked.
+    bool dvdSupport() const;
+    void setDvdSupport(bool support);
+    bool dvdSupportScrambled() const;
+    void setDvdSupportScrambled(bool support);
+    bool bdSupport() const;
+    void setBdSupport(bool support);
+    bool bdSupportScrambled() const;
+    void setBdSupportScrambled(bool support);
+
+    /// Whether media files under digital rights management are imported. False at first.
+    bool drmSupport() const;
+    void setDrmSupport(bool support);
+
+    /// The engine's converter for snapshots, made at the first call with the snapSize() of that
+    /// moment; null when the engine has none. Owned by the context. For the import's thread.
+    AVBased::IImageConverter* imageConvert();
+
+protected:
+    CImportContext();
+
+private:
+    VESK_DECLARE_PRIVATE(CImportContext)
+    Q_DISABLE_COPY(CImportContext)
+};
+
+} // namespace Vesk

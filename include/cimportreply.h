@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "vspbased/cvesklist.h"
+#include "vspbased/cveskobject.h"
+#include "vspimportglobal.h"
+
+#include <QtCore/QString>
+
+#include <climits>
+
+namespace Vesk {
+
+class CImportReplyPrivate;
+class CImportSource;
+class CImportTask;
+
+/// One running import. Made by CImportModel::open(), deleted by its caller.
+///
+/// Signals, in their order. Each path: for each item found, taskProcess(ImportDone) or the model's
+/// importError(), then importUrl() (a file refused by its suffix gives importError() alone); after
+/// the path importPercentChanged(). Then importFinished(). Snapshots, if the source is for import
+/// or conversion: for each task snapPercentChanged(), taskProcess(SnapDone); then snapFinished(),
+/// unless stopped. These come from the import's thread: receivers on other threads get them queued,
+/// for which the host registers the argument types of taskProcess() with Qt. Last finished(), from
+/// the thread that called open(), which must run an event loop.
+///
+/// Deleting a reply at any moment stops its import: the destructor waits for the item at hand, no
+/// signal is emitted any more once it has begun, and tasks that were not signalled are deleted. A
+/// reply is not deleted from a slot that runs on its own thread.
+class VSPIMPORT_EXPORT CImportReply : public CVeskObject
+{
+    Q_OBJECT
+    Q_ENUMS(ProcessType)
+    Q_PROPERTY(int importPercent READ importPercent NOTIFY importPercentChanged)
+    Q_PROPERTY(Vesk::CVeskList* tasks READ tasks NOTIFY tasksChanged)
+
+public:
+    enum ProcessType
+    {
+        ImportDone = 0, ///< the task was made; its source path, type and size may be read
+        SnapDone = 1    ///< the task's snapshots were taken, as far as they could be
+    };
+
+    CImportReply(QObject* parent = 0);
+    virtual ~CImportReply();
+
+    /// Waits up to `time` milliseconds for the import's thread to end. True when it has.
+    bool wait(unsigned long time = ULONG_MAX);
+
+    /// True when no thread runs.
+    bool isFinished() const;
+
+    /// The tasks so far, in the order made. The list belongs to the reply, the tasks to the host.
+    CVeskList* tasks();
+
+    /// Progress of the import and of the snapshots, 0 to 100. Readable at any time.
+    int importPercent() const;
+    int snapPercent() const;
+
+Q_SIGNALS:
+    void finished();
+    void terminated(); ///< the thread was killed; comes before finished()
+    void importFinished();
+    void snapFinished();
+    void taskProcess(Vesk::CImportTask* task, Vesk::CImportReply::ProcessType type);
+    void importPercentChanged();
+    void importUrl(const QString& url);
+    void snapPercentChanged();
+    void tasksChanged();   ///< never emitted
+    void resultsChanged(); ///< never emitted
+
+public Q_SLOTS:
+    /// Asks the import to stop before its next item, and returns. It still ends in order, with
+    /// importFinished() and finished().
+    void exit(int code = -1);
+
+protected:
+    CImportReply(CImportReplyPrivate& dd, QObject* parent);
+
+private:
+    void setSource(CImportSource& source);
+    CImportSource* source();
+    void run();
+
+    VESK_DECLARE_PRIVATE(CImportReply)
+    Q_DISABLE_COPY(CImportReply)
+    friend class CImportModel;
+};
+
+} // namespace Vesk

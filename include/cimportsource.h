@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "vspimportglobal.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QSharedData>
+#include <QtCore/QStringList>
+
+namespace Vesk {
+
+class CImportSourcePrivate;
+
+/// What to import, and what for.
+///
+/// Copies share one record and no write detaches it. A running import shares the host's record too:
+/// the list is read once when it starts, the flags as it goes.
+class VSPIMPORT_EXPORT CImportSource : public QObject
+{
+    Q_OBJECT
+
+public:
+    CImportSource(QObject* parent = 0);
+    /// A new object without parent that shares the record of `other`.
+    CImportSource(const CImportSource& other);
+    CImportSource& operator=(const CImportSource& other);
+    virtual ~CImportSource();
+
+    /// Media files, folders, disc images, DVD and Blu-ray folders, DVD IFO files.
+    QStringList sources() const;
+    void setSources(const QStringList& paths);
+
+    /// Into the host's list: snapshots are taken.
+    bool forImport() const;
+    void setForImport(bool forImport);
+
+    /// For playing. Changes nothing in the import.
+    bool forPlay() const;
+    void setForPlay(bool forPlay);
+
+    /// For an immediate conversion: snapshots are taken, media files of all formats are tried, and
+    /// errors are not reported.
+    bool forConvert() const;
+    void setForConvert(bool forConvert);
+
+    CImportSourcePrivate* d_func();
+    const CImportSourcePrivate* d_func() const;
+
+protected:
+    CImportSource(CImportSourcePrivate& dd, QObject* parent);
+
+private:
+    QExplicitlySharedDataPointer<CImportSourcePrivate> d;
+};
+
+} // namespace Vesk

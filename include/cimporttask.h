@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "cbdinformation.h"
+#include "cdvdinformation.h"
+#include "cmovieinfomation.h"
+#include "vspbased/cveskobject.h"
+#include "vspimportglobal.h"
+
+#include <QtCore/QString>
+
+namespace Vesk {
+
+class CImportTaskPrivate;
+
+/// One item that can be imported. Owned by the host, also after its reply is gone.
+///
+/// Which of the three information objects says something depends on the type; the others are empty.
+/// None is ever null, and all go with the task.
+class VSPIMPORT_EXPORT CImportTask : public CVeskObject
+{
+    Q_OBJECT
+    Q_ENUMS(TaskType)
+    Q_PROPERTY(CMovieInfomation* movieInfo READ movieInfo NOTIFY nullChanged)
+    Q_PROPERTY(CBDInformation* bdInfo READ bdInfo NOTIFY nullChanged)
+    Q_PROPERTY(CDVDInformation* dvdInfo READ dvdInfo NOTIFY nullChanged)
+    Q_PROPERTY(QString url READ url NOTIFY nullChanged)
+    Q_PROPERTY(TaskType taskType READ taskType NOTIFY nullChanged)
+    Q_PROPERTY(QString size READ size NOTIFY nullChanged)
+
+public:
+    enum TaskType
+    {
+        VideoTask = 0, ///< a media file with video: movieInfo()
+        AudioTask = 1, ///< a media file without video: movieInfo()
+        BdTask = 2,    ///< a Blu-ray disc: bdInfo()
+        DvdTask = 3    ///< a DVD: dvdInfo()
+    };
+
+    CImportTask(QObject* parent = 0);
+    virtual ~CImportTask();
+
+    CMovieInfomation* movieInfo();
+    CBDInformation* bdInfo();
+    CDVDInformation* dvdInfo();
+
+    TaskType taskType() const;
+
+    /// Path of the source.
+    QString url() const;
+
+    /// Size of the file as a text for people.
+    QString size() const;
+
+Q_SIGNALS:
+    void nullChanged();    ///< never emitted
+    void aboutToDestory(); ///< first thing in the destructor; all data is still there
+
+protected:
+    CImportTask(CImportTaskPrivate& dd, QObject* parent);
+
+private:
+    VESK_DECLARE_PRIVATE(CImportTask)
+    Q_DISABLE_COPY(CImportTask)
+};
+
+} // namespace Vesk

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "csourceanalyzer.h"
+
+#include "guard.h"
+#include "undecodablenames.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QMutexLocker>
+
+namespace Vesk {
+
+namespace {
+
+/// IFO files of real discs are far smaller; above this size one stands for its disc.
+const qint64 largestStrayIfo = 10 * 1024 * 1024;
+
+bool hasSuffix(const QFileInfo& info, const char* suffix)
+{
+    return info.suffix().compare(QLatin1String(suffix), Qt::CaseInsensitive) == 0;
+}
+
+} // namespace
+
+CSourceAnalyzer::CSourceAnalyzer(QObject* parent)
+    : QObject(parent)
+    , m_stopped(false)
+{}
+
+void CSourceAnalyzer::analyze(const QString& path)
+{
+    m_walked.clear();
+    VESK_GUARDED_CALL(analyzePath(path));
+    Q_EMIT finished();
+}
+
+void CSourceAnalyzer::stop()
+{
+    QMutexLocker lock(&m_mutex);
+    m_stopped = true;
+}
+
+bool CSourceAnalyzer::isStopped() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_stopped;
+}
+
+void CSourceAnalyzer::analyzePath(const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.isDir())
+        scanDirectory(info.absoluteFilePath());
+    else if (info.isFile())
+        checkFile(info);
+}
+
+void CSourceAnalyzer::scanDirectory(const QString& path)
+{
+    if (isStopped())
+        return;
+
+    // Links may lead back into their own tree.
+    const QString canonicalPath = QFileInfo(path).canonicalFilePath();
+    const QString identity = canonicalPath.isEmpty() ? path : canonicalPath;
+    if (m_walked.contains(identity))
+        return;
+    m_walked.insert(identity);
+
+    const QDir dir(path);
+    if (dir.exists(QLatin1String("VIDEO_TS")))
+        visitItem(QFileInfo(path), SourceTypeDVDDir);
+    else if (dir.exists(QLatin1String("BDMV")) || dir.exists(QLatin1String("BDAV")))
+        visitItem(QFileInfo(path), SourceTypeBDDir);
+    else
+        scanEntries(path);
+}
+
+void CSourceAnalyzer::scanEntries(const QString& path)
+{
+    // The list is taken as a whole: a folder kept open on each level would make the number of open
+    // files grow with the depth of the tree.
+    const QFileInfoList entries =
+        QDir(path).entryInfoList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (int i = 0; i < entries.count(); ++i) {
+        if (isStopped())
+            return;
+        const QFileInfo& entry = entries.at(i);
+        if (entry.isDir())
+            scanDirectory(entry.absoluteFilePath());
+        else if (entry.isFile())
+            checkFile(entry);
+    }
+    reportUndecodableNames(path);
+}
+
+/// Qt does not list names that it cannot decode. They cannot be opened through it either, but they
+/// are visited, so that the import says that it could not take them.
+void CSourceAnalyzer::reportUndecodableNames(const QString& path)
+{
+    const QStringList names = undecodableNames(path);
+    for (int i = 0; i < names.count(); ++i) {
+        if (isStopped())
+            return;
+        visitItem(QFileInfo(QDir(path), names.at(i)), SourceTypeUnKnown);
+    }
+}
+
+void CSourceAnalyzer::checkFile(const QFileInfo& info)
+{
+    if (hasSuffix(info, "iso"))
+        visitItem(info, SourceTypeISOFile);
+    else if (hasSuffix(info, "ifo") && info.size() > largestStrayIfo)
+        visitItem(info, SourceTypeIFOFile);
+    else
+        visitItem(info, SourceTypeUnKnown);
+}
+
+void CSourceAnalyzer::visitItem(const QFileInfo& info, SourceType type)
+{
+    AnalyzeResult result;
+    result.fileInfo = info;
+    result.type = type;
+    Q_EMIT visit(result);
+}
+
+} // namespace Vesk
