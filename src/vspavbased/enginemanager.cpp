@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "enginemanager.h"
+
+#include "log.h"
+#include "media/mediaimporter.h"
+#include "opening.h"
+
+#include <cstring>
+
+namespace engine {
+
+namespace {
+
+/// Asked in this order: the first that knows the path decides.
+using Opener = Opening (*)(const std::string& path);
+const Opener openers[] = {
+    MediaImporter::open,
+};
+
+} // namespace
+
+EngineManager::EngineManager()
+{
+    joinLibavLog();
+}
+
+AVBased::IAVImporter* EngineManager::createNamedImporter(const char*)
+{
+    return nullptr;
+}
+
+AVBased::IAVImporter* EngineManager::createImporter(const char* utf8Path)
+{
+    const std::string path = utf8Path ? utf8Path : "";
+    for (const Opener open : openers) {
+        const Opening opening = open(path);
+        if (opening.answer != Opening::Answer::notMine)
+            return opening.importer;
+    }
+    log("nothing that can be imported: " + path);
+    return nullptr;
+}
+
+/// Importers share nothing, so there is nothing to prepare.
+void EngineManager::beginImport() {}
+
+} // namespace engine

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <cstdarg>
+#include <string>
+
+namespace engine {
+
+/// Hands a message to the receiver that AVBased::setLogReceiver() named; dropped without one. Line
+/// breaks and other control characters become blanks. Callable from any thread.
+void log(const std::string& message);
+
+/// The same for the callbacks of libraries, which print like printf(). `origin` names the library.
+void logFormatted(const char* origin, const char* format, va_list arguments);
+
+/// Whether anybody listens, so that costly messages need not be made.
+bool logIsOpen();
+
+/// Joins libav's log, which is one for the whole process, to this one. Done once, however often it
+/// is called.
+void joinLibavLog();
+
+} // namespace engine

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "media/demuxer.h"
+
+#include "log.h"
+#include "media/formats.h"
+
+#include <sys/stat.h>
+
+namespace engine {
+
+namespace {
+
+/// A multiple of the units in which discs are read: 2048 bytes of a DVD, 6144 of a Blu-ray disc.
+constexpr int ioBufferSize = 6 * 6144;
+
+/// FIFOs and devices would block, or do worse when opened.
+bool isRegularFile(const std::string& path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+Demuxer::Demuxer()
+    : m_deadline(describeLimit)
+    , m_context(avformat_alloc_context())
+{
+    if (!m_context)
+        return;
+    m_context->interrupt_callback = {interrupt, this};
+    m_context->protocol_whitelist = av_strdup("file");
+    m_context->format_whitelist = av_strdup(mediaFormatNames().c_str());
+}
+
+Demuxer::~Demuxer() = default;
+
+std::unique_ptr<Demuxer> Demuxer::openFile(const std::string& path, const AVInputFormat* format)
+{
+    if (!isRegularFile(path))
+        return nullptr;
+    std::unique_ptr<Demuxer> demuxer(new Demuxer);
+    const int result = demuxer->open("file:" + path, format);
+    if (result >= 0)
+        return demuxer;
+    log(path + ": " + errorText(result));
+    return nullptr;
+}
+
+std::unique_ptr<Demuxer> Demuxer::openBytes(std::unique_ptr<ByteSource> bytes,
+                                            const std::string& name, const AVInputFormat* format)
+{
+    std::unique_ptr<Demuxer> demuxer(new Demuxer);
+    const int result =
+        demuxer->attachBytes(std::move(bytes)) ? demuxer->open("", format) : AVERROR(ENOMEM);
+    if (result >= 0)
+        return demuxer;
+    log(name + ": " + errorText(result));
+    return nullptr;
+}
+
+/// libav frees the context itself when opening it fails.
+int Demuxer::open(const std::string& url, const AVInputFormat* format)
+{
+    if (!m_context || !m_context->protocol_whitelist || !m_context->format_whitelist)
+        return AVERROR(ENOMEM);
+    AVFormatContext* context = m_context.release();
+    const int result = avformat_open_input(&context, url.c_str(), format, nullptr);
+    m_context.reset(context);
+    return result;
+}
+
+bool Demuxer::attachBytes(std::unique_ptr<ByteSource> bytes)
+{
+    m_bytes = std::move(bytes);
+    auto* buffer = static_cast<std::uint8_t*>(av_malloc(ioBufferSize));
+    if (!buffer || !m_context) {
+        av_free(buffer);
+        return false;
+    }
+    m_io.reset(avio_alloc_context(buffer, ioBufferSize, 0, this, readBytes, nullptr, seekBytes));
+    if (!m_io) {
+        av_free(buffer);
+        return false;
+    }
+    m_context->pb = m_io.get();
+    return true;
+}
+
+bool Demuxer::findStreamInfo()
+{
+    // It reports no error when it was interrupted.
+    return avformat_find_stream_info(m_context.get(), nullptr) >= 0 && !m_deadline.givenUp();
+}
+
+int Demuxer::interrupt(void* demuxer)
+{
+    return static_cast<Demuxer*>(demuxer)->m_deadline.expired() ? 1 : 0;
+}
+
+/// libav does not ask its interrupt callback about reads through a context of ours.
+int Demuxer::readBytes(void* demuxer, std::uint8_t* buffer, int size)
+{
+    auto* self = static_cast<Demuxer*>(demuxer);
+    if (self->m_deadline.expired())
+        return AVERROR_EXIT;
+    const int count = self->m_bytes->read(buffer, size);
+    if (count > 0)
+        return count;
+    return count == 0 ? AVERROR_EOF : AVERROR(EIO);
+}
+
+std::int64_t Demuxer::seekBytes(void* demuxer, std::int64_t offset, int whence)
+{
+    ByteSource& bytes = *static_cast<Demuxer*>(demuxer)->m_bytes;
+    std::int64_t base = 0;
+    switch (whence & ~AVSEEK_FORCE) {
+    case AVSEEK_SIZE:
+        return bytes.size();
+    case SEEK_SET:
+        break;
+    case SEEK_CUR:
+        base = bytes.position();
+        break;
+    case SEEK_END:
+        base = bytes.size();
+        break;
+    default:
+        return AVERROR(EINVAL);
+    }
+    if (offset < -base || offset > INT64_MAX - base || !bytes.seek(base + offset))
+        return AVERROR(EIO);
+    return base + offset;
+}
+
+void Demuxer::FreeIo::operator()(AVIOContext* io) const
+{
+    av_freep(&io->buffer); // libav may have put another one in its place
+    avio_context_free(&io);
+}
+
+} // namespace engine

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "deadline.h"
+#include "libav.h"
+#include "media/bytesource.h"
+
+#include <memory>
+#include <string>
+
+namespace engine {
+
+/// An open libav demuxer that always comes back: every read looks at a deadline. Restricted to
+/// media formats that do not lead to other files, and to the plain file protocol.
+class Demuxer
+{
+public:
+    /// Opens the regular file at `path`. `format` saves the search for one that is known. Null,
+    /// with the reason in the log, when it cannot be opened.
+    static std::unique_ptr<Demuxer> openFile(const std::string& path,
+                                             const AVInputFormat* format = nullptr);
+
+    /// Opens `bytes`, called `name` in the log, as `format`, or as whatever it is when null.
+    static std::unique_ptr<Demuxer> openBytes(std::unique_ptr<ByteSource> bytes,
+                                              const std::string& name,
+                                              const AVInputFormat* format = nullptr);
+
+    ~Demuxer();
+
+    /// Reads until libav knows the streams, or the deadline passes. False when nothing came of it.
+    bool findStreamInfo();
+
+    AVFormatContext* context() const { return m_context.get(); }
+    ByteSource* bytes() const { return m_bytes.get(); }
+    Deadline& deadline() { return m_deadline; }
+
+    Demuxer(const Demuxer&) = delete;
+    Demuxer& operator=(const Demuxer&) = delete;
+
+private:
+    Demuxer();
+
+    int open(const std::string& url, const AVInputFormat* format);
+    bool attachBytes(std::unique_ptr<ByteSource> bytes);
+    static int interrupt(void* demuxer);
+    static int readBytes(void* demuxer, std::uint8_t* buffer, int size);
+    static std::int64_t seekBytes(void* demuxer, std::int64_t offset, int whence);
+
+    struct FreeIo
+    {
+        void operator()(AVIOContext* io) const;
+    };
+
+    // Closing the context may still read and ask the deadline, so it goes first.
+    Deadline m_deadline;
+    std::unique_ptr<ByteSource> m_bytes;
+    std::unique_ptr<AVIOContext, FreeIo> m_io;
+    FormatContextPtr m_context;
+};
+
+} // namespace engine

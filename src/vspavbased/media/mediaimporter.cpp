@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "media/mediaimporter.h"
+
+#include "log.h"
+#include "media/demuxer.h"
+#include "media/framereader.h"
+#include "media/mediasource.h"
+#include "media/mp4protection.h"
+#include "media/protection.h"
+
+#include <cstring>
+
+namespace engine {
+
+namespace {
+
+bool hasParameters(const AVStream& stream)
+{
+    const AVCodecParameters& parameters = *stream.codecpar;
+    switch (parameters.codec_type) {
+    case AVMEDIA_TYPE_VIDEO:
+        return parameters.width > 0 && parameters.height > 0;
+    case AVMEDIA_TYPE_AUDIO:
+        return parameters.sample_rate > 0 && parameters.ch_layout.nb_channels > 0;
+    default:
+        return false;
+    }
+}
+
+/// Any file has something in it that looks like the format of its suffix. Where libav was hardly
+/// sure of the format, it is believed when it also found out how to play a stream.
+bool isMedia(const AVFormatContext& context)
+{
+    if (context.nb_streams == 0)
+        return false;
+    if (context.probe_score > AVPROBE_SCORE_RETRY)
+        return true;
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        if (hasParameters(*context.streams[i]))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+Opening MediaImporter::open(const std::string& path)
+{
+    auto demuxer = Demuxer::openFile(path);
+    if (!demuxer) {
+        if (logIsOpen() && mp4DeclaresProtection(path))
+            log(path + ": protected by digital rights management");
+        return Opening::notMine();
+    }
+    if (!demuxer->findStreamInfo() || !isMedia(*demuxer->context())) {
+        log(path + ": no usable stream");
+        return Opening::notMine();
+    }
+    return Opening::opened(new MediaImporter(path, *demuxer->context()));
+}
+
+MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context)
+    : m_path(path)
+    , m_movie(describeMovie(context))
+    , m_videoTracks(engine::videoTracks(context))
+    , m_format(context.iformat)
+    , m_startTime(context.start_time == AV_NOPTS_VALUE ? 0 : context.start_time)
+    , m_isProtected(isProtected(context, path))
+{}
+
+const AVBased::AVImporterDescriptor* MediaImporter::descriptor()
+{
+    static const AVBased::AVImporterDescriptor descriptor = {"media", "Media file"};
+    return &descriptor;
+}
+
+void* MediaImporter::queryExtension(const char* name)
+{
+    if (std::strcmp(name, "IMovieInfoExt") == 0)
+        return static_cast<AVBased::IMovieInfoExt*>(this);
+    return nullptr;
+}
+
+std::uint32_t MediaImporter::movieCount()
+{
+    return 1;
+}
+
+const AVBased::AVMovieInfo* MediaImporter::movieInfo(std::uint32_t index)
+{
+    return index == 0 ? m_movie.get() : nullptr;
+}
+
+AVBased::IAVSource* MediaImporter::openSource(std::int32_t movieId, std::int32_t videoStreamId,
+                                              std::int32_t /*audioStreamId*/)
+{
+    if (movieId != 0)
+        return nullptr;
+    for (const VideoTrack& track : m_videoTracks) {
+        if (track.streamIndex != videoStreamId)
+            continue;
+        auto reader = FrameReader::open(Demuxer::openFile(m_path, m_format), track);
+        return reader ? new MediaSource(std::move(reader), track, m_startTime) : nullptr;
+    }
+    return nullptr;
+}
+
+/// Nothing is open while the importer waits.
+void MediaImporter::close() {}
+
+void MediaImporter::release()
+{
+    delete this;
+}
+
+const char* MediaImporter::value(const char* key)
+{
+    if (std::strcmp(key, "is_drm_encryption") != 0)
+        return nullptr;
+    return m_isProtected ? "1" : "0";
+}
+
+} // namespace engine

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "media/streamdescription.h"
+#include "moviefacts.h"
+#include "opening.h"
+#include "vspavbased/iavimporter.h"
+#include "vspavbased/imovieinfoext.h"
+
+#include <string>
+#include <vector>
+
+namespace engine {
+
+/// A media file: one movie, whose id is 0 and whose stream ids are libav's stream indexes. Once the
+/// description is made the file is closed; a source opens it anew.
+class MediaImporter final : public AVBased::IAVImporter, private AVBased::IMovieInfoExt
+{
+public:
+    static Opening open(const std::string& path);
+
+    const AVBased::AVImporterDescriptor* descriptor() override;
+    void* queryExtension(const char* name) override;
+    std::uint32_t movieCount() override;
+    const AVBased::AVMovieInfo* movieInfo(std::uint32_t index) override;
+    AVBased::IAVSource* openSource(std::int32_t movieId, std::int32_t videoStreamId,
+                                   std::int32_t audioStreamId) override;
+    void close() override;
+    void release() override;
+
+private:
+    MediaImporter(const std::string& path, AVFormatContext& context);
+    ~MediaImporter() = default;
+
+    const char* value(const char* key) override;
+
+    std::string m_path;
+    MovieRecord m_movie;
+    std::vector<VideoTrack> m_videoTracks;
+    const AVInputFormat* m_format;
+    std::int64_t m_startTime; ///< the file's first time, in units of AV_TIME_BASE
+    bool m_isProtected;
+};
+
+} // namespace engine

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "media/mediasource.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace engine {
+
+namespace {
+
+const AVIndexEntry* keyframeEntry(AVStream& stream, std::int64_t timestamp, int flags)
+{
+    return avformat_index_get_entry_from_timestamp(&stream, timestamp, flags);
+}
+
+std::int64_t distance(const AVIndexEntry& entry, std::int64_t timestamp)
+{
+    return std::llabs(entry.timestamp - timestamp);
+}
+
+} // namespace
+
+MediaSource::MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track,
+                         std::int64_t startTime)
+    : m_reader(std::move(reader))
+    , m_startTime(startTime)
+{
+    m_frame.orientation = track.orientation;
+    m_frame.pixelAspect = track.pixelAspect;
+}
+
+void MediaSource::release()
+{
+    delete this;
+}
+
+void MediaSource::seek(std::int32_t positionMs)
+{
+    m_reader->demuxer().deadline().restart(pictureLimit);
+    m_frame.picture.reset();
+    m_positionUs = std::int64_t{std::max(positionMs, 0)} * 1000;
+    m_backOffUs = 0;
+    m_atStart = m_positionUs == 0;
+    goTo(timestampOf(m_positionUs));
+}
+
+bool MediaSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame,
+                            std::int32_t* flags, std::int32_t /*mode*/)
+{
+    FramePtr picture = m_reader->next();
+    // Some files end, or have no keyframe, between the position and the end that they claim.
+    while (!picture && !m_frame.picture && goFurtherBack())
+        picture = m_reader->next();
+    const bool delivered = picture != nullptr;
+    if (delivered)
+        m_frame.picture = std::move(picture);
+    *frame = m_frame.picture ? &m_frame : nullptr;
+    *positionMs = m_frame.picture ? positionMsOf(*m_frame.picture) : -1;
+    *flags = 0;
+    return delivered;
+}
+
+void MediaSource::goTo(std::int64_t timestamp)
+{
+    if (!goToKeyframeNear(timestamp))
+        startOver();
+    m_reader->restart(true);
+}
+
+/// To the keyframe before the timestamp, or to the one behind it when the container knows of one
+/// that is nearer. What the container knows is complete only after a first seek.
+bool MediaSource::goToKeyframeNear(std::int64_t timestamp)
+{
+    AVFormatContext* context = m_reader->demuxer().context();
+    AVStream& stream = m_reader->stream();
+    const bool foundBefore =
+        av_seek_frame(context, stream.index, timestamp, AVSEEK_FLAG_BACKWARD) >= 0;
+    const AVIndexEntry* before = keyframeEntry(stream, timestamp, AVSEEK_FLAG_BACKWARD);
+    const AVIndexEntry* behind = keyframeEntry(stream, timestamp, 0);
+    const bool behindIsNearer =
+        behind && (!before || distance(*behind, timestamp) < distance(*before, timestamp));
+    if (foundBefore && !(before && behindIsNearer))
+        return true;
+    return av_seek_frame(context, stream.index, behindIsNearer ? behind->timestamp : timestamp,
+                         0) >= 0 ||
+           foundBefore;
+}
+
+/// To the first byte, where reading began.
+bool MediaSource::startOver()
+{
+    m_atStart = true;
+    AVFormatContext* context = m_reader->demuxer().context();
+    return av_seek_frame(context, -1, 0, AVSEEK_FLAG_BYTE) >= 0 ||
+           av_seek_frame(context, -1, m_startTime, AVSEEK_FLAG_BACKWARD) >= 0;
+}
+
+/// After a search that found no frame: begins another one further back, at last at the start of the
+/// file and with whatever is there. False when that has been tried, or the time is over.
+bool MediaSource::goFurtherBack()
+{
+    constexpr std::int64_t firstStepUs = 1000000;
+    if (m_reader->demuxer().deadline().expired() || m_backOffUs < 0)
+        return false;
+    m_backOffUs = std::max(m_backOffUs * 2, firstStepUs);
+    if (!m_atStart && m_backOffUs < m_positionUs) {
+        goTo(timestampOf(m_positionUs - m_backOffUs));
+        return true;
+    }
+    m_backOffUs = -1;
+    const bool moved = startOver();
+    m_reader->restart(false);
+    return moved;
+}
+
+std::int64_t MediaSource::timestampOf(std::int64_t positionUs) const
+{
+    return av_rescale_q(m_startTime + positionUs, AV_TIME_BASE_Q, m_reader->stream().time_base);
+}
+
+std::int64_t MediaSource::positionMsOf(const AVFrame& picture) const
+{
+    if (picture.best_effort_timestamp == AV_NOPTS_VALUE)
+        return -1;
+    const std::int64_t us =
+        av_rescale_q(picture.best_effort_timestamp, m_reader->stream().time_base, AV_TIME_BASE_Q);
+    return std::max<std::int64_t>((us - m_startTime) / 1000, 0);
+}
+
+} // namespace engine

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "media/framereader.h"
+#include "picture/frame.h"
+#include "vspavbased/iavsource.h"
+
+#include <memory>
+
+namespace engine {
+
+/// Frames of a media file. Seeking goes to a keyframe near the position and does not decode
+/// forward: a snapshot costs the same however far keyframes lie apart.
+class MediaSource final : public AVBased::IAVSource
+{
+public:
+    /// `startTime` is the file's first time in units of AV_TIME_BASE.
+    MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track,
+                std::int64_t startTime);
+
+    void seek(std::int32_t positionMs) override;
+    bool readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
+                   std::int32_t mode) override;
+    void release() override;
+
+private:
+    ~MediaSource() = default;
+
+    void goTo(std::int64_t timestamp);
+    bool goToKeyframeNear(std::int64_t timestamp);
+    bool startOver();
+    bool goFurtherBack();
+    std::int64_t timestampOf(std::int64_t positionUs) const;
+    std::int64_t positionMsOf(const AVFrame& picture) const;
+
+    std::unique_ptr<FrameReader> m_reader;
+    std::int64_t m_startTime;
+    AVBased::IAVFrame m_frame;
+    std::int64_t m_positionUs = 0; ///< where the last seek went
+    std::int64_t m_backOffUs = 0;  ///< how far before it the search for a frame has begun
+    bool m_atStart = false;        ///< there is nothing before where the search has begun
+};
+
+} // namespace engine

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "libav.h"
+
+#include <string>
+
+namespace engine {
+
+/// Whether the media file at `path`, open as `context`, is under digital rights management: libav
+/// reads such a file like any other, and only its decoders would find nothing in it.
+bool isProtected(const AVFormatContext& context, const std::string& path);
+
+} // namespace engine

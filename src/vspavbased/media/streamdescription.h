@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "libav.h"
+#include "moviefacts.h"
+#include "picture/orientation.h"
+
+#include <vector>
+
+namespace engine {
+
+/// What an idle importer keeps of a video stream, so that it can be decoded again without another
+/// look through the file.
+struct VideoTrack
+{
+    int streamIndex = -1;
+    int demuxerId = 0; ///< the container's own number of the stream
+    CodecParametersPtr parameters;
+    AVRational pixelAspect{1, 1};
+    Orientation orientation;
+};
+
+/// One stream of an open file, as libav knows it after findStreamInfo().
+StreamFacts describeStream(AVFormatContext& context, AVStream& stream);
+
+/// All streams, the name and the tags of an open file.
+MovieFacts describeMovie(AVFormatContext& context);
+
+/// The streams that can be decoded to pictures: attached pictures are none.
+std::vector<VideoTrack> videoTracks(AVFormatContext& context);
+
+bool isMovingPicture(const AVStream& stream);
+
+/// A copy that the caller owns; null when memory runs out.
+CodecParametersPtr copyParameters(const AVCodecParameters& parameters);
+
+/// Length of a time in units of `base`; unknown for "no value", for nothing and for less, and for
+/// the largest 32-bit count, with which fragmented MP4 files say that they do not know.
+std::optional<double> durationInSeconds(std::int64_t duration, AVRational base);
+
+} // namespace engine

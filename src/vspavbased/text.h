@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <string>
+
+namespace engine {
+
+/// Texts from files and discs, in the encodings of the boundary. What is no valid UTF-8 is taken
+/// for Latin-1. Letters that the target lacks are written with those that it has, where that is
+/// usual
+/// ("Москва" becomes "Moskva"), and the rest becomes "?".
+
+std::string toUtf8(const std::string& text);
+std::string toLatin1(const std::string& text);
+std::string toAscii(const std::string& text);
+
+} // namespace engine
