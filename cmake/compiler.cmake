@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# What all targets are compiled with.
+
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE Release)
+endif()
+
+option(VSPIMPORT_ASSERTIONS "Keep assertions, those of the libraries included" OFF)
+set(VSPIMPORT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
+
+add_compile_options(-Wall -Wextra)
+add_link_options(-Wl,--no-undefined)
+add_compile_definitions(QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
+if(VSPIMPORT_ASSERTIONS)
+    add_compile_options(-UNDEBUG)
+    add_compile_definitions(QT_FORCE_ASSERTS _GLIBCXX_ASSERTIONS)
+endif()
+if(VSPIMPORT_SANITIZE)
+    add_compile_options(-fsanitize=${VSPIMPORT_SANITIZE} -fno-omit-frame-pointer
+                        -fno-sanitize-recover=undefined -g1)
+    add_link_options(-fsanitize=${VSPIMPORT_SANITIZE})
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "importhost.h"
+
+#include "cimportcontext.h"
+#include "errornames.h"
+#include "importsession.h"
+#include "interrupt.h"
+#include "jsonmodel.h"
+#include "logcollector.h"
+#include "options.h"
+#include "sourcepaths.h"
+#include "summary.h"
+#include "terminaltext.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QSaveFile>
+
+#include <cstdio>
+
+using Vesk::CImportContext;
+
+namespace {
+
+enum ExitStatus
+{
+    AllImported = 0,
+    SomethingMissing = 1,
+    CannotWrite = 2,
+    Interrupted = 130
+};
+
+/// Records of the log beyond these are counted, not shown: one fault may strike every item.
+const int mostRecordsShown = 5;
+
+void say(const QString& text)
+{
+    std::fprintf(stderr, "vspimport: %s\n", terminalText(text).toLocal8Bit().constData());
+}
+
+void setContext(const Options& options)
+{
+    CImportContext* context = CImportContext::instance();
+    context->setConfigDir(QDir(options.configDir).absolutePath());
+    context->setSnapSize(options.snapSize);
+    context->setFileFormats(options.formats);
+    context->setForbidFormats(options.forbidden);
+    context->setLimitFileFormat(!options.allFiles);
+    context->setDrmSupport(options.allowDrm);
+    context->setDvdSupport(true);
+    context->setBdSupport(true);
+}
+
+void sayUnusablePaths(const SourcePaths& paths)
+{
+    for (const QString& path : paths.missing)
+        say(QStringLiteral("no such file or folder: %1").arg(path));
+    for (const QString& path : paths.special)
+        say(QStringLiteral("neither a file nor a folder: %1").arg(path));
+    for (const QString& path : paths.undecodable)
+        say(QStringLiteral("the name is no valid text: %1").arg(path));
+}
+
+void sayLog(const QList<LogCollector::Record>& records)
+{
+    for (int i = 0; i < qMin(records.size(), mostRecordsShown); ++i)
+        say(records.at(i).message);
+    if (records.size() > mostRecordsShown)
+        say(QStringLiteral("… and %1 more").arg(records.size() - mostRecordsShown));
+}
+
+QByteArray jsonOf(const SourcePaths& paths, const ImportSession& session,
+                  const QList<LogCollector::Record>& records)
+{
+    QJsonArray tasks;
+    for (const auto& task : session.tasks())
+        tasks.append(taskToJson(task.get()));
+    QJsonArray errors;
+    for (const ImportSession::Error& error : session.errors()) {
+        errors.append(QJsonObject{{QStringLiteral("type"), errorName(error.type).enumerator},
+                                  {QStringLiteral("url"), error.path}});
+    }
+    QJsonArray log;
+    for (const LogCollector::Record& record : records) {
+        log.append(QJsonObject{{QStringLiteral("code"), record.code},
+                               {QStringLiteral("message"), record.message}});
+    }
+    const QJsonObject document{{QStringLiteral("sources"), QJsonArray::fromStringList(paths.given)},
+                               {QStringLiteral("stopped"), session.wasStopped()},
+                               {QStringLiteral("importPercent"), session.importPercent()},
+                               {QStringLiteral("snapPercent"), session.snapPercent()},
+                               {QStringLiteral("tasks"), tasks},
+                               {QStringLiteral("errors"), errors},
+                               {QStringLiteral("log"), log}};
+    return QJsonDocument(document).toJson();
+}
+
+bool writeJson(const QByteArray& json, const Options& options)
+{
+    if (options.jsonToStandardOutput()) {
+        return std::fwrite(json.constData(), 1, size_t(json.size()), stdout) ==
+                   size_t(json.size()) &&
+               std::fflush(stdout) == 0;
+    }
+    QSaveFile file(options.jsonFile);
+    return file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.commit();
+}
+
+bool writeResults(const Options& options, const SourcePaths& paths, ImportSession& session,
+                  const LogCollector& log)
+{
+    bool written = true;
+    if (options.showsSummary())
+        std::fputs(summaryOf(session).toLocal8Bit().constData(), stdout);
+    if (!options.jsonFile.isEmpty() && !writeJson(jsonOf(paths, session, log.records()), options)) {
+        say(QStringLiteral("cannot write %1").arg(options.jsonFile));
+        written = false;
+    }
+    if (!options.reportFile.isEmpty() && !session.saveReport(options.reportFile)) {
+        say(QStringLiteral("cannot write %1").arg(options.reportFile));
+        written = false;
+    }
+    return written;
+}
+
+} // namespace
+
+int vspimportRun(const Options& options)
+{
+    LogCollector log(options.verbose);
+    setContext(options);
+    const SourcePaths paths = SourcePaths::inspect(options.paths);
+    sayUnusablePaths(paths);
+
+    ImportSession session(options);
+    const Interrupt interrupt;
+    QObject::connect(&interrupt, SIGNAL(interrupted()), &session, SLOT(stop()));
+    session.run(paths.sources, paths.undecodable);
+    if (!options.quiet)
+        sayLog(log.records());
+    const bool written = writeResults(options, paths, session, log);
+
+    if (session.wasStopped())
+        return Interrupted;
+    if (!written)
+        return CannotWrite;
+    const bool everything =
+        session.errors().isEmpty() && paths.missing.isEmpty() && paths.special.isEmpty();
+    return everything ? AllImported : SomethingMissing;
+}

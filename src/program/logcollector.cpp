@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "logcollector.h"
+
+#include "terminaltext.h"
+#include "vspavbased/enginelog.h"
+#include "vsputils/cveskexception.h"
+#include "vsputils/cvesklog.h"
+
+#include <QtCore/QMutexLocker>
+
+#include <cstdio>
+
+namespace {
+
+void showLine(const QString& text)
+{
+    std::fprintf(stderr, "%s\n", terminalText(text).toLocal8Bit().constData());
+}
+
+void showQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    showLine(message);
+}
+
+/// Debug lines are for --verbose, and Qt's warnings are nothing that a person could act on.
+void dropQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        showLine(message);
+}
+
+void showEngineMessage(const char* message, void*)
+{
+    showLine(QString::fromUtf8(message));
+}
+
+} // namespace
+
+struct LogCollector::Receivers
+{
+    static void receive(const Vesk::CVeskException& record, void* context)
+    {
+        auto* self = static_cast<LogCollector*>(context);
+        QMutexLocker lock(&self->m_mutex);
+        self->m_records.append({record.code(), record.message()});
+    }
+};
+
+LogCollector::LogCollector(bool verbose)
+{
+    Vesk::CVeskLog::setReceiver(Receivers::receive, this);
+    qInstallMessageHandler(verbose ? showQtMessage : dropQtMessage);
+    if (verbose)
+        AVBased::setLogReceiver(showEngineMessage, nullptr);
+}
+
+LogCollector::~LogCollector()
+{
+    Vesk::CVeskLog::setReceiver(nullptr, nullptr);
+    AVBased::setLogReceiver(nullptr, nullptr);
+    qInstallMessageHandler(nullptr);
+}
+
+QList<LogCollector::Record> LogCollector::records() const
+{
+    QMutexLocker lock(&m_mutex);
+    return m_records;
+}

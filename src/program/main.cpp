@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
+// The command-line host of the import plug-in:
+//
+//   main, options        the command line
+//   plugin               loads the plug-in, and then what needs its classes:
+//   importhost           sets the context and runs one ImportSession
+//   importsession        one import: listens to the reply, keeps and deletes the tasks
+//   jsonmodel, summary   show what was found; progressline shows how far it is
+//   reportcommand        shows a saved error report, without the plug-in
+//
+// Everything here runs on the main thread but the log's receivers.
+#include "options.h"
+#include "plugin.h"
+#include "reportcommand.h"
+
+#include <QtCore/QCoreApplication>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <langinfo.h>
+
+namespace {
+
+enum ExitStatus
+{
+    Done = 0,
+    Unusable = 2
+};
+
+/// Qt decodes file names by the locale. In a bare environment that would be ASCII, and most names
+/// could not be opened.
+void ensureUtf8FileNames()
+{
+    std::setlocale(LC_CTYPE, "");
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
+        setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+void print(const QString& text, std::FILE* file)
+{
+    std::fputs(text.toLocal8Bit().constData(), file);
+}
+
+int unusable(const QString& reason)
+{
+    print(QStringLiteral("vspimport: %1\n").arg(reason), stderr);
+    return Unusable;
+}
+
+int import(const Options& options)
+{
+    Plugin plugin;
+    QString error;
+    return plugin.load(error) ? plugin.import(options) : unusable(error);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    ensureUtf8FileNames();
+    const QCoreApplication application(argc, argv);
+    Options options;
+    QString error;
+    if (!parseOptions(argc, argv, options, error))
+        return unusable(error);
+    switch (options.command) {
+    case Options::Command::Help:
+        print(helpText(), stdout);
+        return Done;
+    case Options::Command::Version:
+        print(QStringLiteral("vspimport " VSPIMPORT_VERSION "\n"), stdout);
+        return Done;
+    case Options::Command::Report:
+        return showReport(options.reportToRead, options.reportAsJson, error) ? Done
+                                                                             : unusable(error);
+    case Options::Command::Import:
+        break;
+    }
+    return import(options);
+}

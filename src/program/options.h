@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QList>
+#include <QtCore/QSize>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+/// What the command line asks for.
+struct Options
+{
+    enum class Command
+    {
+        Import,
+        Report,
+        Help,
+        Version
+    };
+
+    Command command = Command::Import;
+
+    QList<QByteArray> paths; ///< as given, in the file system's bytes
+    bool forImport = false;
+    bool forPlay = false;
+    bool forConvert = false;
+    QString configDir;
+    QSize snapSize{320, 180};
+    QString formats;
+    QString forbidden;
+    bool allFiles = false;
+    bool allowDrm = false;
+    QString jsonFile; ///< "-" for standard output, empty for none
+    bool events = false;
+    QString reportFile;
+    bool quiet = false;
+    bool verbose = false;
+
+    QString reportToRead; ///< of the report command
+    bool reportAsJson = false;
+
+    bool jsonToStandardOutput() const { return jsonFile == QLatin1String("-"); }
+    bool showsSummary() const { return !quiet && !events && !jsonToStandardOutput(); }
+};
+
+/// Reads the command line. False, with the reason in one line in `error`, when it cannot be used.
+bool parseOptions(int argc, char** argv, Options& options, QString& error);
+
+/// The text of --help.
+QString helpText();

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "plugin.h"
+
+#include "vsplugin/cabstractplugin.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
+
+namespace {
+
+/// The library `name` where it lies when installed, else where it lies when built.
+QString libraryPath(const QString& name)
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString installed =
+        program + QStringLiteral("/../" VSPIMPORT_LIBDIR "/lib%1.so").arg(name);
+    return QFileInfo::exists(installed) ? installed
+                                        : program + QStringLiteral("/../lib/lib%1.so").arg(name);
+}
+
+QString oneLine(const QString& text)
+{
+    return text.simplified();
+}
+
+} // namespace
+
+bool Plugin::load(QString& error)
+{
+    return loadModule(error) && loadHost(error);
+}
+
+bool Plugin::loadModule(QString& error)
+{
+    m_loader.setFileName(libraryPath(QStringLiteral("vspimport")));
+    auto* plugin = qobject_cast<Vesk::CAbstractPlugin*>(m_loader.instance());
+    if (!plugin) {
+        error = QStringLiteral("the import plug-in cannot be loaded: %1")
+                    .arg(oneLine(m_loader.errorString()));
+        return false;
+    }
+    if (!plugin->initialize(nullptr, QVariantMap()) || !plugin->start()) {
+        error = QStringLiteral("the import plug-in does not start");
+        return false;
+    }
+    return true;
+}
+
+bool Plugin::loadHost(QString& error)
+{
+    m_host.setFileName(libraryPath(QStringLiteral("vspimport_host")));
+    m_import = reinterpret_cast<ImportFunction>(m_host.resolve("vspimportRun"));
+    if (!m_import) {
+        error = QStringLiteral("a part of the program cannot be loaded: %1")
+                    .arg(oneLine(m_host.errorString()));
+    }
+    return m_import != nullptr;
+}
+
+int Plugin::import(const Options& options)
+{
+    return m_import(options);
+}

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "progressline.h"
+
+#include "terminaltext.h"
+
+#include <cstdio>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace {
+
+const int redrawMs = 80;
+const char* const toLineStart = "\r\x1b[K";
+
+int terminalWidth()
+{
+    winsize size = {};
+    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+/// Columns that a character takes: East Asian ideographs and full-width forms take two.
+int columnsOf(QChar c)
+{
+    const ushort code = c.unicode();
+    return (code >= 0x1100 && code <= 0x115F) || (code >= 0x2E80 && code <= 0xD7FF) ||
+                   (code >= 0xF900 && code <= 0xFAFF) || (code >= 0xFF00 && code <= 0xFF60)
+               ? 2
+               : 1;
+}
+
+/// The end of `text` that fits into `columns`, since names differ there.
+QString endOf(const QString& text, int columns)
+{
+    int start = text.length();
+    int used = 0;
+    while (start > 0 && used + columnsOf(text.at(start - 1)) <= columns)
+        used += columnsOf(text.at(--start));
+    return start == 0 ? text : QChar(0x2026) + text.mid(start + 1);
+}
+
+} // namespace
+
+ProgressLine::ProgressLine(bool enabled)
+    : m_enabled(enabled && isatty(STDERR_FILENO))
+{}
+
+ProgressLine::~ProgressLine()
+{
+    clear();
+}
+
+void ProgressLine::show(const QString& phase, int percent, int done, const QString& path)
+{
+    if (!m_enabled || (m_isShown && m_sinceDrawn.elapsed() < redrawMs))
+        return;
+    const QString head = QStringLiteral("%1 %2%  %3  ").arg(phase).arg(percent, 3).arg(done);
+    // The last column stays free: some terminals break the line when it is written.
+    const int room = qMax(terminalWidth() - 1 - head.length(), 0);
+    const QString line = head + endOf(terminalText(path), room);
+    std::fprintf(stderr, "%s%s", toLineStart,
+                 line.left(terminalWidth() - 1).toLocal8Bit().constData());
+    std::fflush(stderr);
+    m_isShown = true;
+    m_sinceDrawn.start();
+}
+
+void ProgressLine::clear()
+{
+    if (!m_isShown)
+        return;
+    std::fputs(toLineStart, stderr);
+    std::fflush(stderr);
+    m_isShown = false;
+}
