@@ -82,11 +82,29 @@ Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
     return aspect;
 }
 
-/// The stream's own duration, else the file's.
+/// Fragmented MP4 files say with the largest 32-bit count that they do not know.
+bool claimsUnknownDuration(const AVStream& stream)
+{
+    return stream.duration == 0xFFFFFFFF;
+}
+
+std::optional<double> inSeconds(std::int64_t duration, AVRational base)
+{
+    if (duration == AV_NOPTS_VALUE || duration <= 0 || base.num <= 0 || base.den <= 0)
+        return std::nullopt;
+    return static_cast<double>(duration) * av_q2d(base);
+}
+
+/// The stream's own duration, else the file's, which libav derives from those of all streams.
 std::optional<double> durationOf(const AVFormatContext& context, const AVStream& stream)
 {
-    const auto own = durationInSeconds(stream.duration, stream.time_base);
-    return own ? own : durationInSeconds(context.duration, AV_TIME_BASE_Q);
+    if (claimsUnknownDuration(stream))
+        return std::nullopt;
+    const auto own = inSeconds(stream.duration, stream.time_base);
+    const bool fileKnows =
+        std::none_of(context.streams, context.streams + context.nb_streams,
+                     [](AVStream* each) { return claimsUnknownDuration(*each); });
+    return own || !fileKnows ? own : inSeconds(context.duration, AV_TIME_BASE_Q);
 }
 
 void describePicture(AVFormatContext& context, AVStream& stream, StreamFacts& facts)
@@ -115,16 +133,6 @@ const AVDictionary* tagsOf(const AVFormatContext& context)
 }
 
 } // namespace
-
-std::optional<double> durationInSeconds(std::int64_t duration, AVRational base)
-{
-    if (duration == AV_NOPTS_VALUE || duration <= 0 || base.num <= 0 || base.den <= 0)
-        return std::nullopt;
-    constexpr std::int64_t unknown32 = 0xFFFFFFFF;
-    if (duration == unknown32 || duration == unknown32 - 1)
-        return std::nullopt;
-    return static_cast<double>(duration) * av_q2d(base);
-}
 
 bool isMovingPicture(const AVStream& stream)
 {

@@ -34,8 +34,4 @@ bool isMovingPicture(const AVStream& stream);
 /// A copy that the caller owns; null when memory runs out.
 CodecParametersPtr copyParameters(const AVCodecParameters& parameters);
 
-/// Length of a time in units of `base`; unknown for "no value", for nothing and for less, and for
-/// the largest 32-bit count, with which fragmented MP4 files say that they do not know.
-std::optional<double> durationInSeconds(std::int64_t duration, AVRational base);
-
 } // namespace engine

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
+// What a host does with the engine's objects, in short.
+#pragma once
+
+#include "vspavbased/cavbasedcontext.h"
+#include "vspavbased/iavimporter.h"
+#include "vspavbased/iavmanager.h"
+#include "vspavbased/iavpicture.h"
+#include "vspavbased/iavsource.h"
+#include "vspavbased/ibdloader.h"
+#include "vspavbased/iimageconverter.h"
+
+#include <QtGui/QImage>
+
+#include <memory>
+
+struct Release
+{
+    template <typename T>
+    void operator()(T* object) const
+    {
+        object->release();
+    }
+};
+
+using ImporterPtr = std::unique_ptr<AVBased::IAVImporter, Release>;
+using SourcePtr = std::unique_ptr<AVBased::IAVSource, Release>;
+using ConverterPtr = std::unique_ptr<AVBased::IImageConverter, Release>;
+using LoaderPtr = std::unique_ptr<AVBased::IBDLoader, Release>;
+using ListPtr = std::unique_ptr<AVBased::IBDList, Release>;
+
+inline Vesk::CAVBasedModelWrapper* engineWrapper()
+{
+    return Vesk::CAVBasedContext::instance()->avbasedModel()->w_func();
+}
+
+inline ImporterPtr openItem(const QByteArray& utf8Path)
+{
+    return ImporterPtr(engineWrapper()->avmanager()->createImporter(utf8Path.constData()));
+}
+
+/// A copy of the picture of `frame` in `width` x `height`; null when the engine gives none.
+inline QImage pictureOf(AVBased::IAVFrame* frame, int width = 320, int height = 180)
+{
+    const ConverterPtr converter(
+        engineWrapper()->CreateImageConverterEx(30, unsigned(width), unsigned(height), 0));
+    AVBased::IAVPicture* picture = converter ? converter->convert(frame) : nullptr;
+    if (!picture)
+        return QImage();
+    std::int32_t w, h, stride, rows, bytes;
+    picture->dimensions(&w, &h);
+    const void* pixels = picture->plane(0, &stride, &rows, &bytes);
+    return QImage(static_cast<const uchar*>(pixels), w, h, QImage::Format_ARGB32).copy();
+}
+
+/// The frame that a snapshot at `positionMs` would show: the `count`th after the seek. Null when none
+/// comes; `timeMs` receives its time.
+inline AVBased::IAVFrame* frameAt(AVBased::IAVSource& source, int positionMs, int count = 4,
+                                  std::int64_t* timeMs = nullptr)
+{
+    source.seek(positionMs);
+    AVBased::IAVFrame* frame = nullptr;
+    std::int64_t time = -1;
+    std::int32_t flags;
+    for (int i = 0; i < count && source.readFrame(&time, &frame, &flags, 1);)
+        i += frame ? 1 : 0;
+    if (timeMs)
+        *timeMs = time;
+    return frame;
+}
+
+/// The second that a picture tells by its brightness, when luma is 16 + `step` a second.
+inline double secondOf(const QImage& picture, double step)
+{
+    const int grey = qGray(picture.pixel(picture.width() / 2, picture.height() / 2));
+    return grey * 219.0 / 255.0 / step;
+}
