@@ -54,8 +54,8 @@ inline QImage pictureOf(AVBased::IAVFrame* frame, int width = 320, int height = 
     return QImage(static_cast<const uchar*>(pixels), w, h, QImage::Format_ARGB32).copy();
 }
 
-/// The frame that a snapshot at `positionMs` would show: the `count`th after the seek. Null when none
-/// comes; `timeMs` receives its time.
+/// The frame that a snapshot at `positionMs` would show: the `count`th after the seek. Null when
+/// none comes; `timeMs` receives its time.
 inline AVBased::IAVFrame* frameAt(AVBased::IAVSource& source, int positionMs, int count = 4,
                                   std::int64_t* timeMs = nullptr)
 {
