@@ -45,6 +45,7 @@ CImportReply* ImportRun::open(const QStringList& paths)
     source.setSources(paths);
     reply.reset(model.open(source));
     CImportReply* r = reply.get();
+    running = r;
     const auto direct = Qt::DirectConnection;
     connect(
         r, &CImportReply::taskProcess, this,

@@ -11,6 +11,7 @@
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -42,6 +43,7 @@ public:
     Vesk::CImportModel model;
     Vesk::CImportSource source; ///< for import, until a test says otherwise
     std::unique_ptr<Vesk::CImportReply> reply;
+    std::atomic<Vesk::CImportReply*> running{nullptr}; ///< the same, for the import's thread
 
 private:
     void note(const QString& event);

@@ -53,9 +53,11 @@ CImportReplyPrivate::CImportReplyPrivate()
 CImportReplyPrivate::~CImportReplyPrivate()
 {
     m_gate.close();
-    if (thread && !thread->isFinished()) {
-        thread->exit(-1);
-        // Asked anew each time: the analyzer may only just have been made.
+    if (thread) {
+        if (!thread->isFinished())
+            thread->exit(-1);
+        // Asked anew each time: the analyzer may only just have been made. Also waited for when it
+        // says that it has finished: it may still be on its way out.
         do
             stopAnalyzer();
         while (!thread->wait(waitStepMs));
