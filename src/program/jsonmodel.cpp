@@ -180,7 +180,7 @@ private:
 QJsonObject taskToJson(CImportTask* task)
 {
     const QMetaObject& meta = CImportTask::staticMetaObject;
-    const auto scalar = [&](const char* name) {
+    const auto scalar = [&meta, task](const char* name) {
         return propertyToJson(meta.property(meta.indexOfProperty(name)), task);
     };
     QJsonObject json{{QStringLiteral("taskType"), scalar("taskType")},

@@ -8,7 +8,7 @@
 namespace {
 
 /// Beyond this size the import takes an IFO file for its disc or title set.
-const qint64 largestStrayIfo = 10 * 1024 * 1024;
+const qint64 largestStrayIfo = Q_INT64_C(10) * 1024 * 1024;
 
 bool isOneOf(const QString& name, std::initializer_list<const char*> names)
 {

@@ -28,7 +28,7 @@ QString timeText(double seconds)
 {
     if (seconds <= 0.0)
         return QStringLiteral("-");
-    const qint64 whole = qint64(std::floor(std::min(seconds, 1e9)));
+    const qint64 whole = std::llround(std::min(seconds, 1e9));
     return QStringLiteral("%1:%2:%3")
         .arg(whole / 3600)
         .arg(whole / 60 % 60, 2, 10, QLatin1Char('0'))

@@ -24,7 +24,9 @@ public:
         return m_givenUp;
     }
 
-    /// Whether expired() has answered true.
+    void giveUp() { m_givenUp = true; }
+
+    /// Whether expired() has answered true, or the work was given up for another reason.
     bool givenUp() const { return m_givenUp; }
 
 private:

@@ -12,7 +12,7 @@ namespace Vesk {
 namespace {
 
 /// IFO files of real discs are far smaller; above this size one stands for its disc.
-const qint64 largestStrayIfo = 10 * 1024 * 1024;
+const qint64 largestStrayIfo = Q_INT64_C(10) * 1024 * 1024;
 
 bool hasSuffix(const QFileInfo& info, const char* suffix)
 {

@@ -15,7 +15,7 @@ namespace Vesk {
 namespace {
 
 const qint32 reportMagic = 0x4D504D49; // "IMPM"
-const qint64 largestSample = 512 * 1024;
+const qint64 largestSample = Q_INT64_C(512) * 1024;
 
 /// A data stream in the format of the report.
 class ReportStream : public QDataStream

@@ -84,10 +84,11 @@ bool copyMovieInfo(const AVBased::AVMovieInfo* record, CMovieInfomation* info)
     info->setMovieName(QString::fromUtf8(record->name));
     info->setMovieId(record->id);
     info->setMovieFormat(fromAscii(record->format));
-    info->setStreamCount(record->streams ? int(record->streamCount) : 0);
+    const int streamCount = record->streams ? int(record->streamCount) : 0;
+    info->setStreamCount(streamCount);
 
     double longest = 0.0;
-    for (int i = 0; i < info->streamCount(); ++i) {
+    for (int i = 0; i < streamCount; ++i) {
         const AVBased::AVStreamInfo& stream = record->streams[i];
         copyStreamInfo(stream, info->stream(i));
         if (stream.duration > longest)
@@ -95,8 +96,9 @@ bool copyMovieInfo(const AVBased::AVMovieInfo* record, CMovieInfomation* info)
     }
     info->setDuration(longest);
 
-    info->setMetadataCount(record->meta ? int(record->metaCount) : 0);
-    for (int i = 0; i < info->metadataCount(); ++i) {
+    const int metaCount = record->meta ? int(record->metaCount) : 0;
+    info->setMetadataCount(metaCount);
+    for (int i = 0; i < metaCount; ++i) {
         info->metadata(i)->setKey(fromAscii(record->meta[i].key));
         info->metadata(i)->setValue(fromAscii(record->meta[i].value));
     }

@@ -13,6 +13,9 @@ namespace {
 /// A multiple of the units in which discs are read: 2048 bytes of a DVD, 6144 of a Blu-ray disc.
 constexpr int ioBufferSize = 6 * 6144;
 
+/// What one piece of work may read. Only files that hold nothing make a demuxer look so far.
+constexpr std::int64_t mostBytes = 512LL * 1024 * 1024;
+
 /// FIFOs and devices would block, or do worse when opened.
 bool isRegularFile(const std::string& path)
 {
@@ -64,9 +67,10 @@ int Demuxer::open(const std::string& url, const AVInputFormat* format)
 {
     if (!m_context || !m_context->protocol_whitelist || !m_context->format_whitelist)
         return AVERROR(ENOMEM);
-    AVFormatContext* context = m_context.release();
+    AVFormatContext* context = m_context.get();
     const int result = avformat_open_input(&context, url.c_str(), format, nullptr);
-    m_context.reset(context);
+    if (result < 0)
+        static_cast<void>(m_context.release());
     return result;
 }
 
@@ -93,16 +97,34 @@ bool Demuxer::findStreamInfo()
     return avformat_find_stream_info(m_context.get(), nullptr) >= 0 && !m_deadline.givenUp();
 }
 
+void Demuxer::allow(std::chrono::milliseconds limit)
+{
+    m_deadline.restart(limit);
+    m_bytesBefore = bytesRead();
+}
+
+bool Demuxer::isExhausted()
+{
+    if (bytesRead() - m_bytesBefore > mostBytes)
+        m_deadline.giveUp();
+    return m_deadline.expired();
+}
+
+std::int64_t Demuxer::bytesRead() const
+{
+    return m_context && m_context->pb ? m_context->pb->bytes_read : 0;
+}
+
 int Demuxer::interrupt(void* demuxer)
 {
-    return static_cast<Demuxer*>(demuxer)->m_deadline.expired() ? 1 : 0;
+    return static_cast<Demuxer*>(demuxer)->isExhausted() ? 1 : 0;
 }
 
 /// libav does not ask its interrupt callback about reads through a context of ours.
 int Demuxer::readBytes(void* demuxer, std::uint8_t* buffer, int size)
 {
     auto* self = static_cast<Demuxer*>(demuxer);
-    if (self->m_deadline.expired())
+    if (self->isExhausted())
         return AVERROR_EXIT;
     const int count = self->m_bytes->read(buffer, size);
     if (count > 0)

@@ -10,7 +10,8 @@
 
 namespace engine {
 
-/// An open libav demuxer that always comes back: every read looks at a deadline. Restricted to
+/// An open libav demuxer that always comes back: every read looks at a deadline and at how much has
+/// been read. Restricted to
 /// media formats that do not lead to other files, and to the plain file protocol.
 class Demuxer
 {
@@ -30,9 +31,13 @@ public:
     /// Reads until libav knows the streams, or the deadline passes. False when nothing came of it.
     bool findStreamInfo();
 
+    /// Begins a new piece of work, which may take `limit` and read as much as any may.
+    void allow(std::chrono::milliseconds limit);
+    /// Whether the piece of work at hand has used up what it may.
+    bool isExhausted();
+
     AVFormatContext* context() const { return m_context.get(); }
     ByteSource* bytes() const { return m_bytes.get(); }
-    Deadline& deadline() { return m_deadline; }
 
     Demuxer(const Demuxer&) = delete;
     Demuxer& operator=(const Demuxer&) = delete;
@@ -41,6 +46,7 @@ private:
     Demuxer();
 
     int open(const std::string& url, const AVInputFormat* format);
+    std::int64_t bytesRead() const;
     bool attachBytes(std::unique_ptr<ByteSource> bytes);
     static int interrupt(void* demuxer);
     static int readBytes(void* demuxer, std::uint8_t* buffer, int size);
@@ -53,6 +59,7 @@ private:
 
     // Closing the context may still read and ask the deadline, so it goes first.
     Deadline m_deadline;
+    std::int64_t m_bytesBefore = 0; ///< read by earlier pieces of work
     std::unique_ptr<ByteSource> m_bytes;
     std::unique_ptr<AVIOContext, FreeIo> m_io;
     FormatContextPtr m_context;

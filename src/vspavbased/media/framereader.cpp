@@ -94,7 +94,7 @@ void FrameReader::restart(bool fromKeyframe)
 /// is over.
 bool FrameReader::sendNextPacket()
 {
-    while (!m_demuxer->deadline().expired()) {
+    while (!m_demuxer->isExhausted()) {
         if (av_read_frame(m_demuxer->context(), m_packet.get()) < 0) {
             m_drained = true;
             m_decoder->send(nullptr);

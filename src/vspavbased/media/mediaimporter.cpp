@@ -4,10 +4,10 @@
 #include "log.h"
 #include "media/demuxer.h"
 #include "media/framereader.h"
-#include "media/mediasource.h"
 #include "media/mp4protection.h"
 #include "media/protection.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace engine {
@@ -42,6 +42,16 @@ bool isMedia(const AVFormatContext& context)
     return false;
 }
 
+MediaSource::Span spanOf(const AVFormatContext& context)
+{
+    MediaSource::Span span;
+    if (context.start_time != AV_NOPTS_VALUE)
+        span.start = context.start_time;
+    if (context.duration != AV_NOPTS_VALUE)
+        span.duration = std::max<std::int64_t>(context.duration, 0);
+    return span;
+}
+
 } // namespace
 
 Opening MediaImporter::open(const std::string& path)
@@ -64,7 +74,7 @@ MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context)
     , m_movie(describeMovie(context))
     , m_videoTracks(engine::videoTracks(context))
     , m_format(context.iformat)
-    , m_startTime(context.start_time == AV_NOPTS_VALUE ? 0 : context.start_time)
+    , m_span(spanOf(context))
     , m_isProtected(isProtected(context, path))
 {}
 
@@ -100,7 +110,7 @@ AVBased::IAVSource* MediaImporter::openSource(std::int32_t movieId, std::int32_t
         if (track.streamIndex != videoStreamId)
             continue;
         auto reader = FrameReader::open(Demuxer::openFile(m_path, m_format), track);
-        return reader ? new MediaSource(std::move(reader), track, m_startTime) : nullptr;
+        return reader ? new MediaSource(std::move(reader), track, m_span) : nullptr;
     }
     return nullptr;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "media/mediasource.h"
 #include "media/streamdescription.h"
 #include "moviefacts.h"
 #include "opening.h"
@@ -38,7 +39,7 @@ private:
     MovieRecord m_movie;
     std::vector<VideoTrack> m_videoTracks;
     const AVInputFormat* m_format;
-    std::int64_t m_startTime; ///< the file's first time, in units of AV_TIME_BASE
+    MediaSource::Span m_span;
     bool m_isProtected;
 };
 

@@ -21,9 +21,9 @@ std::int64_t distance(const AVIndexEntry& entry, std::int64_t timestamp)
 } // namespace
 
 MediaSource::MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track,
-                         std::int64_t startTime)
+                         const Span& span)
     : m_reader(std::move(reader))
-    , m_startTime(startTime)
+    , m_span(span)
 {
     m_frame.orientation = track.orientation;
     m_frame.pixelAspect = track.pixelAspect;
@@ -36,9 +36,11 @@ void MediaSource::release()
 
 void MediaSource::seek(std::int32_t positionMs)
 {
-    m_reader->demuxer().deadline().restart(pictureLimit);
+    m_reader->demuxer().allow(pictureLimit);
     m_frame.picture.reset();
     m_positionUs = std::int64_t{std::max(positionMs, 0)} * 1000;
+    if (m_span.duration > 0)
+        m_positionUs = std::min(m_positionUs, m_span.duration);
     m_backOffUs = 0;
     m_atStart = m_positionUs == 0;
     goTo(timestampOf(m_positionUs));
@@ -92,7 +94,7 @@ bool MediaSource::startOver()
     m_atStart = true;
     AVFormatContext* context = m_reader->demuxer().context();
     return av_seek_frame(context, -1, 0, AVSEEK_FLAG_BYTE) >= 0 ||
-           av_seek_frame(context, -1, m_startTime, AVSEEK_FLAG_BACKWARD) >= 0;
+           av_seek_frame(context, -1, m_span.start, AVSEEK_FLAG_BACKWARD) >= 0;
 }
 
 /// After a search that found no frame: begins another one further back, at last at the start of the
@@ -100,7 +102,7 @@ bool MediaSource::startOver()
 bool MediaSource::goFurtherBack()
 {
     constexpr std::int64_t firstStepUs = 1000000;
-    if (m_reader->demuxer().deadline().expired() || m_backOffUs < 0)
+    if (m_reader->demuxer().isExhausted() || m_backOffUs < 0)
         return false;
     m_backOffUs = std::max(m_backOffUs * 2, firstStepUs);
     if (!m_atStart && m_backOffUs < m_positionUs) {
@@ -115,7 +117,7 @@ bool MediaSource::goFurtherBack()
 
 std::int64_t MediaSource::timestampOf(std::int64_t positionUs) const
 {
-    return av_rescale_q(m_startTime + positionUs, AV_TIME_BASE_Q, m_reader->stream().time_base);
+    return av_rescale_q(m_span.start + positionUs, AV_TIME_BASE_Q, m_reader->stream().time_base);
 }
 
 std::int64_t MediaSource::positionMsOf(const AVFrame& picture) const
@@ -124,7 +126,7 @@ std::int64_t MediaSource::positionMsOf(const AVFrame& picture) const
         return -1;
     const std::int64_t us =
         av_rescale_q(picture.best_effort_timestamp, m_reader->stream().time_base, AV_TIME_BASE_Q);
-    return std::max<std::int64_t>((us - m_startTime) / 1000, 0);
+    return std::max<std::int64_t>((us - m_span.start) / 1000, 0);
 }
 
 } // namespace engine

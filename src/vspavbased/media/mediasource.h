@@ -14,9 +14,14 @@ namespace engine {
 class MediaSource final : public AVBased::IAVSource
 {
 public:
-    /// `startTime` is the file's first time in units of AV_TIME_BASE.
-    MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track,
-                std::int64_t startTime);
+    /// Where in time the file lies, in units of AV_TIME_BASE.
+    struct Span
+    {
+        std::int64_t start = 0;
+        std::int64_t duration = 0; ///< 0 for unknown
+    };
+
+    MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track, const Span& span);
 
     void seek(std::int32_t positionMs) override;
     bool readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
@@ -34,7 +39,7 @@ private:
     std::int64_t positionMsOf(const AVFrame& picture) const;
 
     std::unique_ptr<FrameReader> m_reader;
-    std::int64_t m_startTime;
+    Span m_span;
     AVBased::IAVFrame m_frame;
     std::int64_t m_positionUs = 0; ///< where the last seek went
     std::int64_t m_backOffUs = 0;  ///< how far before it the search for a frame has begun

@@ -61,7 +61,7 @@ public:
     float operator()(float x) const
     {
         const float position = std::clamp(x, 0.0F, 1.0F) * static_cast<float>(m_values.size() - 1);
-        return m_values[static_cast<std::size_t>(position + 0.5F)];
+        return m_values[static_cast<std::size_t>(std::lround(position))];
     }
 
 private:
