@@ -134,7 +134,7 @@ void MediaTest::durations_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<double>("seconds");
     QTest::newRow("the stream's own") << "media/time-gop2s.mp4" << 20.0;
-    QTest::newRow("the file's") << "media/time-gop2s.mkv" << 20.0;
+    QTest::newRow("the file's") << "media/time-matroska.mkv" << 20.0;
     QTest::newRow("starting late") << "media/time-starts-at-600.ts" << 20.0;
     QTest::newRow("program stream") << "media/time-program-stream.mpg" << 19.2;
 }
@@ -209,7 +209,7 @@ void MediaTest::seeksToTheNearestKeyframe_data()
     QTest::newRow("start") << "media/time-gop2s.mp4" << 0 << 0.0;
     QTest::newRow("before") << "media/time-gop2s.mp4" << 4900 << 4.0;
     QTest::newRow("behind") << "media/time-gop2s.mp4" << 5100 << 6.0;
-    QTest::newRow("matroska, behind") << "media/time-gop2s.mkv" << 5100 << 6.0;
+    QTest::newRow("matroska, behind") << "media/time-matroska.mkv" << 5100 << 6.0;
     QTest::newRow("far behind the end") << "media/time-gop2s.mp4" << 500000 << 18.0;
     QTest::newRow("negative") << "media/time-gop2s.mp4" << -7 << 0.0;
 }
