@@ -13,7 +13,12 @@ CImportReply::CImportReply(CImportReplyPrivate& dd, QObject* parent)
     : CVeskObject(dd, parent)
 {}
 
-CImportReply::~CImportReply() {}
+/// The one thing that cannot wait for the private part: the import's thread must not emit signals of
+/// an object that is no longer a reply.
+CImportReply::~CImportReply()
+{
+    d_func()->silence();
+}
 
 bool CImportReply::wait(unsigned long time)
 {

@@ -52,7 +52,6 @@ CImportReplyPrivate::CImportReplyPrivate()
 
 CImportReplyPrivate::~CImportReplyPrivate()
 {
-    m_gate.close();
     if (thread) {
         if (!thread->isFinished())
             thread->exit(-1);
@@ -65,6 +64,11 @@ CImportReplyPrivate::~CImportReplyPrivate()
     delete thread;
     thread = 0;
     delete analyzer.exchange(nullptr);
+}
+
+void CImportReplyPrivate::silence()
+{
+    m_gate.close();
 }
 
 void CImportReplyPrivate::start()

@@ -39,8 +39,11 @@ class CImportReplyPrivate : public CVeskObjectPrivate
 {
 public:
     CImportReplyPrivate();
-    /// Closes the gate, stops the import and waits for its thread.
+    /// Stops the import and waits for its thread.
     virtual ~CImportReplyPrivate();
+
+    /// Keeps all signals of the import in, from now on.
+    void silence();
 
     void start();
     void exit(int code);
