@@ -58,6 +58,8 @@ void sayUnusablePaths(const SourcePaths& paths)
         say(QStringLiteral("no such file or folder: %1").arg(path));
     for (const QString& path : paths.special)
         say(QStringLiteral("neither a file nor a folder: %1").arg(path));
+    for (const QString& path : paths.unreadable)
+        say(QStringLiteral("the folder cannot be read: %1").arg(path));
     for (const QString& path : paths.undecodable)
         say(QStringLiteral("the name is no valid text: %1").arg(path));
 }
@@ -145,7 +147,7 @@ int vspimportRun(const Options& options)
         return Interrupted;
     if (!written)
         return CannotWrite;
-    const bool everything =
-        session.errors().isEmpty() && paths.missing.isEmpty() && paths.special.isEmpty();
+    const bool everything = session.errors().isEmpty() && paths.missing.isEmpty() &&
+                            paths.special.isEmpty() && paths.unreadable.isEmpty();
     return everything ? AllImported : SomethingMissing;
 }

@@ -61,6 +61,8 @@ SourcePaths SourcePaths::inspect(const QList<QByteArray>& paths)
             result.sources.append(discOf(path));
         else
             (info.exists() ? result.special : result.missing).append(path);
+        if (info.isDir() && !(info.isReadable() && info.isExecutable()))
+            result.unreadable.append(path);
     }
     return result;
 }
