@@ -31,6 +31,10 @@ std::vector<VideoTrack> videoTracks(AVFormatContext& context);
 
 bool isMovingPicture(const AVStream& stream);
 
+/// The container's code for a stream where it is a text, else the one that is usual for the codec;
+/// four blanks when there is none.
+std::string fourccOf(AVCodecID codec, std::uint32_t containerTag = 0);
+
 /// A copy that the caller owns; null when memory runs out.
 CodecParametersPtr copyParameters(const AVCodecParameters& parameters);
 
