@@ -167,9 +167,14 @@ std::vector<EntryPoint> parseEntryPoints(ByteReader section)
 
 std::int64_t ClipInformation::duration() const
 {
+    return offsetOf(sequences.size());
+}
+
+std::int64_t ClipInformation::offsetOf(std::size_t sequence) const
+{
     std::int64_t ticks = 0;
-    for (const ClockSequence& sequence : sequences)
-        ticks += sequence.end - sequence.start;
+    for (std::size_t i = 0; i < sequence; ++i)
+        ticks += sequences[i].end - sequences[i].start;
     return ticks;
 }
 
@@ -188,11 +193,8 @@ std::size_t ClipInformation::sequenceOf(std::uint8_t number, std::uint32_t time)
 
 std::int64_t ClipInformation::positionOf(std::uint32_t time, std::size_t sequence) const
 {
-    std::int64_t position = 0;
-    for (std::size_t i = 0; i < sequence; ++i)
-        position += sequences[i].end - sequences[i].start;
     const ClockSequence& clock = sequences[sequence];
-    return position + (std::clamp(time, clock.start, clock.end) - clock.start);
+    return offsetOf(sequence) + (std::clamp(time, clock.start, clock.end) - clock.start);
 }
 
 std::optional<ClipInformation> parseClipInformation(const Bytes& bytes)

@@ -52,6 +52,9 @@ struct ClipInformation
     /// Length of the stream file in ticks: that of all sequences.
     std::int64_t duration() const;
 
+    /// Ticks from the start of the stream file to that of the sequence.
+    std::int64_t offsetOf(std::size_t sequence) const;
+
     /// The sequence that playlists call `number` when it holds `time`, else one that does, else
     /// any. There is at least one.
     std::size_t sequenceOf(std::uint8_t number, std::uint32_t time) const;

@@ -147,6 +147,20 @@ std::unique_ptr<DiscFiles> DiscFiles::open(const std::string& path)
     return nullptr;
 }
 
+std::optional<DiscPath> DiscFiles::split(const std::string& path)
+{
+    std::error_code error;
+    fs::path found(path);
+    while (found.has_relative_path() && !fs::exists(found, error))
+        found = found.parent_path();
+    if (!fs::is_regular_file(found, error))
+        return std::nullopt;
+    // A file that is there lies in the stream folder below the root folder of its disc.
+    if (found == path)
+        found = found.parent_path().parent_path().parent_path();
+    return DiscPath{found.string(), fs::path(path).lexically_relative(found).string()};
+}
+
 std::vector<std::string> DiscFiles::fileNames(const std::string& folder,
                                               const std::string& suffix) const
 {

@@ -11,6 +11,13 @@
 
 namespace engine {
 
+/// A file on a disc.
+struct DiscPath
+{
+    std::string disc; ///< a folder or an image
+    std::string file; ///< relative to it
+};
+
 /// The files of a disc, which lie in a folder or inside an image. Paths are relative to the disc's
 /// root ("BDMV/index.bdmv"). Only regular files count. An image stays open as long as this lives.
 class DiscFiles
@@ -21,6 +28,11 @@ public:
     /// The files of the disc at `path`, which is a folder or an image file; null when it is
     /// neither.
     static std::unique_ptr<DiscFiles> open(const std::string& path);
+
+    /// Splits the path of a stream file into that of its disc and one on the disc. A file inside an
+    /// image has the image's path before its own, as if the image were a folder. Nothing when there
+    /// is no such file, or no such image.
+    static std::optional<DiscPath> split(const std::string& path);
 
     /// The name of an image's volume; folders have none.
     virtual std::string volumeName() const = 0;
