@@ -3,11 +3,12 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QtEndian>
 
 #include <algorithm>
 
-namespace bluray {
+namespace authoring {
 
 namespace {
 
@@ -222,6 +223,14 @@ Clip scanStream(const QString& path)
     return clip;
 }
 
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("%s cannot be written", qPrintable(path));
+}
+
 Disc::Disc(const QString& root)
     : m_root(root)
 {
@@ -236,10 +245,7 @@ Disc::Disc(const QString& root)
 
 void Disc::write(const QString& name, const QByteArray& content) const
 {
-    QDir().mkpath(path(name.section('/', 0, -2)));
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("%s cannot be written", qPrintable(path(name)));
+    writeFile(path(name), content);
 }
 
 void Disc::addClip(const QString& name, const Clip& clip) const
@@ -263,13 +269,13 @@ Clip Disc::addStream(const QString& name, const QString& source) const
     return clip;
 }
 
-void Disc::setName(const QByteArray& name) const
+void Disc::setName(const QByteArray& name, const QString& language) const
 {
-    write("BDMV/META/DL/bdmt_eng.xml",
+    write("BDMV/META/DL/bdmt_" + language + ".xml",
           "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
           "<disclib xmlns=\"urn:BDA:bdmv;disclib\" xmlns:di=\"urn:BDA:bdmv;discinfo\">"
           "<di:discinfo><di:title><di:name>" +
               name + "</di:name></di:title></di:discinfo></disclib>\n");
 }
 
-} // namespace bluray
+} // namespace authoring

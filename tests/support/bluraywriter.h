@@ -8,7 +8,7 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
-namespace bluray {
+namespace authoring {
 
 constexpr quint32 second = 45000;
 
@@ -67,6 +67,9 @@ QByteArray playlist(const QList<Item>& items, const QList<Mark>& marks);
 /// points that its packets have.
 Clip scanStream(const QString& path);
 
+/// Writes a file, and the folders that lead to it.
+void writeFile(const QString& path, const QByteArray& content);
+
 /// A disc's folder, with everything but clips, streams and playlists.
 class Disc
 {
@@ -83,10 +86,10 @@ public:
     /// Copies the stream file at `source` and describes it; what it was described as.
     Clip addStream(const QString& name, const QString& source) const;
 
-    void setName(const QByteArray& name) const;
+    void setName(const QByteArray& name, const QString& language = QStringLiteral("eng")) const;
 
 private:
     QString m_root;
 };
 
-} // namespace bluray
+} // namespace authoring

@@ -172,7 +172,10 @@ QByteArray fileEntry(int kind, quint32 location, qint64 size, const QByteArray& 
     body.u32(~0u).u32(~0u).u32(0x14A5).u16(1).zeros(2).u32(0);
     body.u64(quint64(size)).u64(quint64(size)).u64(blocksOf(size));
     body.time().time().time().time().u32(1).u32(0).zeros(32).implementation();
-    body.u64(isInternal ? 0 : location + 16).u32(0).u32(quint32(allocation.size())).bytes(allocation);
+    body.u64(isInternal ? 0 : location + 16)
+        .u32(0)
+        .u32(quint32(allocation.size()))
+        .bytes(allocation);
     return descriptor(266, location, body);
 }
 

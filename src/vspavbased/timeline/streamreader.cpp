@@ -21,6 +21,10 @@ constexpr std::int64_t packetHeaderSize = 4;
 /// The map's times are this much before those of the pictures, at most.
 constexpr std::int64_t entrySlack = ticksPerSecond * 6 / 1000;
 
+/// Bytes in which libav finds out how to decode the pictures. Sound and subtitles, which may begin
+/// later, are not wanted.
+constexpr std::int64_t enoughForVideo = 1024 * 1024;
+
 constexpr AVRational tickBase = {1, static_cast<int>(ticksPerSecond)};
 
 std::optional<VideoTrack> findTrack(AVFormatContext& context, std::int32_t videoStream)
@@ -53,6 +57,8 @@ std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::i
     const auto location = DiscFiles::split(path);
     const auto files = location ? DiscFiles::open(location->disc) : nullptr;
     auto demuxer = files ? files->demux(location->file, nullptr) : nullptr;
+    if (demuxer)
+        demuxer->context()->probesize = enoughForVideo;
     if (!demuxer || !demuxer->findStreamInfo()) {
         log(path + ": no stream file");
         return nullptr;
