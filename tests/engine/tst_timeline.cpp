@@ -5,8 +5,11 @@
 #include "fixture.h"
 #include "vspavbased/isimpleedittimeline.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
+
+#include <random>
 
 #include <sys/stat.h>
 
@@ -110,10 +113,12 @@ class TimelineTest : public QObject
 private Q_SLOTS:
     void seeksToTheFrame_data();
     void seeksToTheFrame();
+    void seeksAcrossClocks();
     void picturesOfClips_data();
     void picturesOfClips();
     void playsInOrder();
     void unusableFilesKeepTheirPlace();
+    void survivesWrongMaps();
     void opensOneFileAtATime();
     void manySourcesStayInPlace();
     void editsSources();
@@ -152,6 +157,33 @@ void TimelineTest::seeksToTheFrame()
         QCOMPARE(timeMs, position / 40 * 40);
         const double expected = (position - (isFirst ? 0 : 20000)) / 1000.0;
         QVERIFY2(qAbs(clock.time - expected) < 0.3, qPrintable(QString::number(expected)));
+    }
+}
+
+/// One file of two recordings, each with its own time stamps.
+void TimelineTest::seeksAcrossClocks()
+{
+    const QTemporaryDir folder;
+    const authoring::Disc disc(folder.path());
+    authoring::Clip clip = disc.addStream("00001", absolutePath(closedStream));
+    const authoring::Clip next = authoring::scanStream(absolutePath(openStream));
+    QFile file(disc.path("BDMV/STREAM/00001.m2ts"));
+    QFile nextFile(absolutePath(openStream));
+    QVERIFY(file.open(QIODevice::Append) && nextFile.open(QIODevice::ReadOnly));
+    const quint32 packets = quint32(file.size() / 192);
+    QVERIFY(file.write(nextFile.readAll()) == nextFile.size() && file.flush());
+    clip.sequences.append({packets, next.sequences[0].start, next.sequences[0].end});
+    for (const authoring::EntryPoint& entry : next.entryPoints)
+        clip.entryPoints.append({entry.time, entry.packet + packets});
+    disc.addClip("00001", clip);
+
+    const OpenTimeline timeline({{file.fileName(), 30000}});
+    for (const int position : {0, 15000, 19990, 20000, 20030, 20500, 29000, 3000}) {
+        std::int64_t timeMs = -1;
+        const Clock clock = clockOf(frameAt(*timeline.source, position, 1, &timeMs));
+        QCOMPARE(clock.file, position < 20000 ? 'c' : 'o');
+        QCOMPARE(timeMs, position / 40 * 40);
+        QVERIFY(qAbs(clock.time - position % 20000 / 1000.0) < 0.3);
     }
 }
 
@@ -251,6 +283,37 @@ void TimelineTest::unusableFilesKeepTheirPlace()
     std::int64_t time = 0;
     QCOMPARE(clockOf(frameAt(*timeline.source, 9000, 26, &time)).file, 'o');
     QCOMPARE(time, std::int64_t(25000));
+}
+
+/// What the disc says about entry points may be damaged: then the frame is found by other means.
+void TimelineTest::survivesWrongMaps()
+{
+    const QTemporaryDir folder;
+    const authoring::Disc disc(folder.path());
+    const authoring::Clip clip = disc.addStream("00001", absolutePath(closedStream));
+    QElapsedTimer timer;
+    timer.start();
+    std::mt19937 random(3);
+    for (int round = 0; round < 40; ++round) {
+        authoring::Clip wrong = clip;
+        for (authoring::EntryPoint& entry : wrong.entryPoints) {
+            if (round % 2 == 0)
+                entry.packet = quint32(random() % 5000);
+            if (round % 3 == 0)
+                entry.time = clip.sequences[0].start * 2 + quint32(random() % (25 * 90000));
+        }
+        if (round % 5 == 0)
+            std::shuffle(wrong.entryPoints.begin(), wrong.entryPoints.end(), random);
+        disc.addClip("00001", wrong);
+        const OpenTimeline timeline({{disc.path("BDMV/STREAM/00001.m2ts"), 20000}});
+        for (const int position : {0, 5500, 12300, 19900}) {
+            IAVFrame* frame = frameAt(*timeline.source, position, 1);
+            const double time = frame ? clockOf(frame).time : position / 1000.0;
+            if (qAbs(time - position / 1000.0) >= 0.6)
+                QFAIL(qPrintable(QString("round %1: %2 at %3").arg(round).arg(time).arg(position)));
+        }
+    }
+    QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
 }
 
 void TimelineTest::opensOneFileAtATime()

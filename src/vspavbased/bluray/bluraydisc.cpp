@@ -21,6 +21,10 @@ namespace {
 /// Clips and marks of all playlists together. The richest real discs have some ten thousand.
 constexpr std::size_t mostEntries = 1000000;
 
+/// Reading the navigation of one disc. An optical drive takes a good part of a second to find one
+/// of the hundreds of small files that a disc may have.
+constexpr std::chrono::minutes discLimit{2};
+
 const char* const rootFolders[] = {"BDMV", "BDAV"};
 const char* const protectionFiles[] = {"AACS/Unit_Key_RO.inf", "AACS/Unit_Key_RW.inf",
                                        "BDSVM/00000.svm"};
@@ -88,7 +92,8 @@ public:
         : m_path(path)
         , m_files(files)
         , m_root(root)
-        , m_deadline(describeLimit)
+        , m_deadline(discLimit)
+        , m_streamDeadline(describeLimit)
         , m_disc(new BlurayDisc)
     {}
 
@@ -107,6 +112,7 @@ private:
     const DiscFiles& m_files;
     std::string m_root;
     Deadline m_deadline;
+    Deadline m_streamDeadline; ///< for stream files that have to be looked into
     std::unique_ptr<BlurayDisc> m_disc;
 
     std::map<Playlist, std::string> m_playlists; ///< each once, with its name
@@ -129,7 +135,7 @@ std::unique_ptr<BlurayDisc> DiscReader::read()
         makeTitle(name, playlist);
     std::sort(m_disc->titles.begin(), m_disc->titles.end(),
               [](const DiscTitle& a, const DiscTitle& b) { return a.name < b.name; });
-    if (m_deadline.givenUp())
+    if (m_deadline.givenUp() || m_streamDeadline.givenUp())
         log(m_path + ": reading the disc took too long, parts of it are left out");
     if (m_disc->files.empty() && m_disc->titles.empty()) {
         log(m_path + ": neither playlists nor stream files");
@@ -146,7 +152,8 @@ std::string DiscReader::discName() const
     if (!name.empty())
         return name;
     const std::filesystem::path path(m_path);
-    return (std::filesystem::is_directory(path) ? path.filename() : path.stem()).string();
+    std::error_code error;
+    return (std::filesystem::is_directory(path, error) ? path.filename() : path.stem()).string();
 }
 
 void DiscReader::readPlaylists()
@@ -184,6 +191,7 @@ void DiscReader::readFiles()
 {
     for (const std::string& name : m_files.fileNames(m_root + "/STREAM", ".m2ts"))
         m_played[name];
+    m_streamDeadline.restart(describeLimit);
     for (const auto& [name, times] : m_played) {
         DiscStreamFile file;
         file.name = name;
@@ -207,6 +215,8 @@ std::optional<StreamFileDescription> DiscReader::describe(const std::string& nam
     if (!m_deadline.expired()) {
         if (const auto clip = findClipInformation(m_files, path))
             return describeByClipInformation(*clip);
+    }
+    if (!m_streamDeadline.expired()) {
         if (auto description = describeByStream(m_files, path))
             return description;
     }

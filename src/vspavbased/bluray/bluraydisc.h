@@ -51,9 +51,8 @@ struct BlurayDisc
 /// Reads the disc at `path`, a folder or an image. Null when there is none. Damaged parts of a disc
 /// are left out and named in the log. No file stays open.
 ///
-/// Playlists and clip information are taken apart here, byte by byte, rather than by libbluray: it
-/// reads behind its tables on about one damaged disc in ten, and its XML parser and libraries for
-/// decryption, which it loads as it likes, write to standard error.
+/// Playlists and clip information are taken apart here rather than by libbluray: that crashes on
+/// about one damaged disc in ten, and the XML parser behind it writes to standard error.
 std::unique_ptr<BlurayDisc> readBlurayDisc(const std::string& path);
 
 } // namespace engine

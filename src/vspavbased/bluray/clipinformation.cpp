@@ -32,7 +32,10 @@ std::optional<Sections> findSections(const Bytes& bytes)
     return Sections{file.from(sequencesAt), file.from(programsAt), file.from(entryPointsAt)};
 }
 
-/// The sequences of the clock, whichever recording they belong to. Empty ones make the whole
+/// Real discs have one, and rarely a few more.
+constexpr std::size_t mostSequences = 255;
+
+/// The sequences of the clock, whichever recording they belong to. An empty one makes the whole
 /// section useless, for then the numbers of the others mean nothing.
 std::vector<ClockSequence> parseSequences(ByteReader bytes)
 {
@@ -50,7 +53,8 @@ std::vector<ClockSequence> parseSequences(ByteReader bytes)
             sequence.firstPacket = section.u32();
             sequence.start = section.u32();
             sequence.end = section.u32();
-            if (!section.isIntact() || sequence.start >= sequence.end)
+            if (!section.isIntact() || sequence.start >= sequence.end ||
+                sequences.size() == mostSequences)
                 return {};
             sequences.push_back(sequence);
         }

@@ -26,8 +26,8 @@ bool endsWith(const std::string& name, const std::string& suffix)
 class FolderFiles final : public DiscFiles
 {
 public:
-    explicit FolderFiles(fs::path root)
-        : m_root(std::move(root))
+    explicit FolderFiles(const std::string& root)
+        : m_root(root)
     {}
 
     std::string volumeName() const override { return {}; }
@@ -35,13 +35,13 @@ public:
     bool hasFolder(const std::string& folder) const override
     {
         std::error_code error;
-        return fs::is_directory(m_root / folder, error);
+        return fs::is_directory(absolute(folder), error);
     }
 
     bool hasFile(const std::string& path) const override
     {
         std::error_code error;
-        return fs::is_regular_file(m_root / path, error);
+        return fs::is_regular_file(absolute(path), error);
     }
 
     std::optional<Bytes> read(const std::string& path) const override
@@ -49,7 +49,7 @@ public:
         // Anything but a regular file might never end, or never begin.
         if (!hasFile(path))
             return std::nullopt;
-        std::ifstream file(m_root / path, std::ios::binary | std::ios::ate);
+        std::ifstream file(absolute(path), std::ios::binary | std::ios::ate);
         const std::int64_t size = file ? std::int64_t{file.tellg()} : -1;
         if (size < 0 || size > largestSmallFile)
             return std::nullopt;
@@ -63,7 +63,7 @@ public:
     std::unique_ptr<Demuxer> demux(const std::string& path,
                                    const AVInputFormat* format) const override
     {
-        return Demuxer::openFile((m_root / path).string(), format);
+        return Demuxer::openFile(absolute(path), format);
     }
 
 protected:
@@ -71,7 +71,7 @@ protected:
     {
         std::vector<std::string> names;
         std::error_code error;
-        fs::directory_iterator entry(m_root / folder, error);
+        fs::directory_iterator entry(absolute(folder), error);
         for (; !error && entry != fs::directory_iterator() && names.size() < mostFiles;
              entry.increment(error)) {
             std::error_code statusError;
@@ -82,7 +82,9 @@ protected:
     }
 
 private:
-    fs::path m_root;
+    std::string absolute(const std::string& path) const { return m_root + "/" + path; }
+
+    std::string m_root;
 };
 
 class ImageFiles final : public DiscFiles
@@ -165,9 +167,10 @@ std::vector<std::string> DiscFiles::fileNames(const std::string& folder,
                                               const std::string& suffix) const
 {
     std::vector<std::string> names = allFileNames(folder);
-    names.erase(std::remove_if(names.begin(), names.end(),
-                               [&](const std::string& name) { return !endsWith(name, suffix); }),
-                names.end());
+    const auto isOther = [&](const std::string& name) {
+        return name[0] == '.' || !endsWith(name, suffix);
+    };
+    names.erase(std::remove_if(names.begin(), names.end(), isOther), names.end());
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;

@@ -41,7 +41,8 @@ public:
     virtual bool hasFile(const std::string& path) const = 0;
 
     /// Names of the files in `folder` that end in `suffix` (lower-case letters, any case will do),
-    /// sorted. A folder with more files than any disc can have is cut short.
+    /// sorted and without hidden ones. A folder with more files than any disc can have is cut
+    /// short.
     std::vector<std::string> fileNames(const std::string& folder, const std::string& suffix) const;
 
     /// The whole of a small file; nothing when there is none or it is too large to be one.

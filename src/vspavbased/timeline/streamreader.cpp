@@ -21,6 +21,9 @@ constexpr std::int64_t packetHeaderSize = 4;
 /// The map's times are this much before those of the pictures, at most.
 constexpr std::int64_t entrySlack = ticksPerSecond * 6 / 1000;
 
+/// A picture further from where the map has it is proof that the map is wrong.
+constexpr std::int64_t entryTolerance = ticksPerSecond / 4;
+
 /// Bytes in which libav finds out how to decode the pictures. Sound and subtitles, which may begin
 /// later, are not wanted.
 constexpr std::int64_t enoughForVideo = 1024 * 1024;
@@ -128,10 +131,12 @@ StreamReader::Search StreamReader::searchFromEntries(std::int64_t position)
         if (entry.byte >= size)
             return Search::missing;
         const auto first = moveToByte(entry.byte) ? readUpTo(position) : std::nullopt;
-        if (!first || std::abs(*first - entry.position) > ticksPerSecond)
+        if (!first || std::abs(*first - entry.position) > entryTolerance)
             return Search::failed;
-        if (*first <= position || index == 0)
+        if (*first <= position)
             return Search::found;
+        if (index == 0) // nothing is shown before the first picture, at the start of the file
+            return *first <= entryTolerance ? Search::found : Search::failed;
         index -= std::min(index, step);
     }
 }
