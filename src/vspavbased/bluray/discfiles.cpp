@@ -60,10 +60,9 @@ public:
         return bytes;
     }
 
-    std::unique_ptr<Demuxer> demux(const std::string& path,
-                                   const AVInputFormat* format) const override
+    std::unique_ptr<Demuxer> demux(const std::string& path) const override
     {
-        return Demuxer::openFile(absolute(path), format);
+        return Demuxer::openFile(absolute(path));
     }
 
 protected:
@@ -119,11 +118,10 @@ public:
         }
     }
 
-    std::unique_ptr<Demuxer> demux(const std::string& path,
-                                   const AVInputFormat* format) const override
+    std::unique_ptr<Demuxer> demux(const std::string& path) const override
     {
         auto file = ImageFile::open(m_image, path);
-        return file ? Demuxer::openBytes(std::move(file), m_path + "/" + path, format) : nullptr;
+        return file ? Demuxer::openBytes(std::move(file), m_path + "/" + path) : nullptr;
     }
 
 protected:

@@ -48,10 +48,8 @@ public:
     /// The whole of a small file; nothing when there is none or it is too large to be one.
     virtual std::optional<Bytes> read(const std::string& path) const = 0;
 
-    /// A demuxer of a file; `format` as for Demuxer. Null, with the reason in the log, when there
-    /// is none.
-    virtual std::unique_ptr<Demuxer> demux(const std::string& path,
-                                           const AVInputFormat* format) const = 0;
+    /// A demuxer of a file; null, with the reason in the log, when there is none.
+    virtual std::unique_ptr<Demuxer> demux(const std::string& path) const = 0;
 
 protected:
     /// Files of a disc have numbers of five digits; other kinds lie in the same folder.

@@ -84,8 +84,10 @@ StreamFileDescription describeByClipInformation(const ClipInformation& clip)
 std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
                                                       const std::string& path)
 {
-    const auto demuxer = files.demux(path, av_find_input_format("mpegts"));
-    if (!demuxer || !demuxer->findStreamInfo())
+    // libav finds out soon that an encrypted file is none of its formats; told what it should be,
+    // it would search the whole file for packets.
+    const auto demuxer = files.demux(path);
+    if (!demuxer || !isTransportStream(*demuxer->context()) || !demuxer->findStreamInfo())
         return std::nullopt;
     AVFormatContext& context = *demuxer->context();
     const std::int64_t start = startTicks(context);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 
 namespace engine {
 
@@ -123,6 +124,11 @@ bool isMovingPicture(const AVStream& stream)
 {
     return stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
            !(stream.disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
+}
+
+bool isTransportStream(const AVFormatContext& context)
+{
+    return std::strcmp(context.iformat->name, "mpegts") == 0;
 }
 
 StreamFacts describeStream(AVFormatContext& context, AVStream& stream)

@@ -7,7 +7,6 @@
 #include "media/streamdescription.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace engine {
 
@@ -32,7 +31,7 @@ constexpr AVRational tickBase = {1, static_cast<int>(ticksPerSecond)};
 
 std::optional<VideoTrack> findTrack(AVFormatContext& context, std::int32_t videoStream)
 {
-    const bool hasPids = std::strcmp(context.iformat->name, "mpegts") == 0;
+    const bool hasPids = isTransportStream(context);
     for (VideoTrack& track : videoTracks(context)) {
         if ((hasPids ? track.demuxerId : track.streamIndex) == videoStream)
             return std::move(track);
@@ -59,7 +58,7 @@ std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::i
 {
     const auto location = DiscFiles::split(path);
     const auto files = location ? DiscFiles::open(location->disc) : nullptr;
-    auto demuxer = files ? files->demux(location->file, nullptr) : nullptr;
+    auto demuxer = files ? files->demux(location->file) : nullptr;
     if (demuxer)
         demuxer->context()->probesize = enoughForVideo;
     if (!demuxer || !demuxer->findStreamInfo()) {
