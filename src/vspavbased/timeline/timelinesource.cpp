@@ -56,11 +56,12 @@ bool TimelineSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** fra
 bool TimelineSource::readNext()
 {
     const bool mustStay = m_framesToStay > 0;
-    m_framesToStay -= mustStay ? 1 : 0;
-    if (readFromItem())
+    if (readFromItem() || (mustStay && m_frame.picture)) {
+        m_framesToStay -= mustStay ? 1 : 0;
         return true;
+    }
     if (mustStay)
-        return m_frame.picture != nullptr;
+        return false;
     while (m_following < m_timeline->items.size()) {
         if (goToItem(m_following, m_starts[m_following]) && readFromItem())
             return true;
@@ -100,6 +101,8 @@ bool TimelineSource::goToItem(std::size_t index, std::int64_t positionMs)
     if (index >= m_timeline->items.size() || m_unusable.count(index) > 0)
         return false;
     const TimelineItem& item = m_timeline->items[index];
+    if (item.lengthMs() == 0)
+        return false;
     if (!isOpen)
         m_reader = StreamReader::open(item.path, item.videoStream);
     const std::int64_t inFileMs = positionMs - m_starts[index] + item.inMs;
