@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
+#include "bluray/bdloader.h"
 #include "enginemanager.h"
 #include "picture/imageconverter.h"
 #include "vspavbased/cavbasedcontext.h"
@@ -31,7 +32,7 @@ AVBased::IAVManager* CAVBasedModelWrapper::avmanager()
 
 AVBased::IBDLoader* CAVBasedModelWrapper::createBDLoader()
 {
-    return nullptr;
+    return new engine::BdLoader;
 }
 
 AVBased::IImageConverter* CAVBasedModelWrapper::CreateImageConverterEx(unsigned int pixelFormat,

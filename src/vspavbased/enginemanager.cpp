@@ -4,6 +4,8 @@
 #include "log.h"
 #include "media/mediaimporter.h"
 #include "opening.h"
+#include "timeline/timelineeditor.h"
+#include "timeline/timelineimporter.h"
 
 #include <cstring>
 
@@ -14,6 +16,7 @@ namespace {
 /// Asked in this order: the first that knows the path decides.
 using Opener = Opening (*)(const std::string& path);
 const Opener openers[] = {
+    TimelineImporter::open,
     MediaImporter::open,
 };
 
@@ -24,8 +27,10 @@ EngineManager::EngineManager()
     joinLibavLog();
 }
 
-AVBased::IAVImporter* EngineManager::createNamedImporter(const char*)
+AVBased::IAVImporter* EngineManager::createNamedImporter(const char* name)
 {
+    if (name && std::strcmp(name, "SimpleEditImporter") == 0)
+        return new TimelineEditor;
     return nullptr;
 }
 

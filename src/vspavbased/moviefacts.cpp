@@ -8,8 +8,6 @@
 
 namespace engine {
 
-namespace {
-
 std::uint64_t packFrameRate(const Ratio& rate)
 {
     if (!rate.isKnown())
@@ -30,7 +28,15 @@ std::uint32_t packAspect(const Ratio& aspect)
     return (static_cast<std::uint32_t>(numerator) << 16) | static_cast<std::uint32_t>(denominator);
 }
 
-} // namespace
+Ratio unpackFrameRate(std::uint64_t packed)
+{
+    return {static_cast<int>(packed >> 32), static_cast<int>(packed & 0xFFFFFFFF)};
+}
+
+Ratio unpackAspect(std::uint32_t packed)
+{
+    return {static_cast<int>(packed >> 16), static_cast<int>(packed & 0xFFFF)};
+}
 
 MovieRecord::MovieRecord(const MovieFacts& facts)
     : m_record()

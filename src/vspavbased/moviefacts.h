@@ -20,6 +20,12 @@ struct Ratio
     bool isKnown() const { return numerator > 0 && denominator > 0; }
 };
 
+/// Frame rates and aspect ratios as the boundary packs them into one number; 0 is unknown.
+std::uint64_t packFrameRate(const Ratio& rate);
+std::uint32_t packAspect(const Ratio& aspect);
+Ratio unpackFrameRate(std::uint64_t packed);
+Ratio unpackAspect(std::uint32_t packed);
+
 /// What is known about one stream; texts in UTF-8.
 struct StreamFacts
 {

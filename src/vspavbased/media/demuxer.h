@@ -35,6 +35,8 @@ public:
     void allow(std::chrono::milliseconds limit);
     /// Whether the piece of work at hand has used up what it may.
     bool isExhausted();
+    /// Whether isExhausted() has answered true.
+    bool gaveUp() const { return m_deadline.givenUp(); }
 
     AVFormatContext* context() const { return m_context.get(); }
     ByteSource* bytes() const { return m_bytes.get(); }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstring>
 
 namespace engine {
 
@@ -36,21 +37,6 @@ bool isPrintable(std::uint32_t tag)
             return false;
     }
     return true;
-}
-
-/// The container's code where it is a text, else the one that is usual for the codec.
-std::string fourccOf(const AVCodecParameters& parameters)
-{
-    std::uint32_t tag = parameters.codec_tag;
-    if (!isPrintable(tag)) {
-        const AVCodecTag* const tables[] = {avformat_get_riff_video_tags(),
-                                            avformat_get_mov_video_tags(), nullptr};
-        tag = av_codec_get_tag(tables, parameters.codec_id);
-    }
-    std::string text(4, ' ');
-    for (size_t i = 0; i < text.size() && isPrintable(tag); ++i)
-        text[i] = static_cast<char>((tag >> (8 * i)) & 0xFF);
-    return text;
 }
 
 Ratio toRatio(AVRational value)
@@ -109,7 +95,7 @@ std::optional<double> durationOf(const AVFormatContext& context, const AVStream&
 
 void describePicture(AVFormatContext& context, AVStream& stream, StreamFacts& facts)
 {
-    facts.fourcc = fourccOf(*stream.codecpar);
+    facts.fourcc = fourccOf(stream.codecpar->codec_id, stream.codecpar->codec_tag);
     facts.width = std::max(stream.codecpar->width, 0);
     facts.height = std::max(stream.codecpar->height, 0);
     facts.frameRate = frameRateOf(context, stream);
@@ -138,6 +124,11 @@ bool isMovingPicture(const AVStream& stream)
 {
     return stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
            !(stream.disposition & (AV_DISPOSITION_ATTACHED_PIC | AV_DISPOSITION_TIMED_THUMBNAILS));
+}
+
+bool isTransportStream(const AVFormatContext& context)
+{
+    return std::strcmp(context.iformat->name, "mpegts") == 0;
 }
 
 StreamFacts describeStream(AVFormatContext& context, AVStream& stream)
@@ -189,6 +180,20 @@ std::vector<VideoTrack> videoTracks(AVFormatContext& context)
         tracks.push_back(std::move(track));
     }
     return tracks;
+}
+
+std::string fourccOf(AVCodecID codec, std::uint32_t containerTag)
+{
+    std::uint32_t tag = containerTag;
+    if (!isPrintable(tag)) {
+        const AVCodecTag* const tables[] = {avformat_get_riff_video_tags(),
+                                            avformat_get_mov_video_tags(), nullptr};
+        tag = av_codec_get_tag(tables, codec);
+    }
+    std::string text(4, ' ');
+    for (size_t i = 0; i < text.size() && isPrintable(tag); ++i)
+        text[i] = static_cast<char>((tag >> (8 * i)) & 0xFF);
+    return text;
 }
 
 CodecParametersPtr copyParameters(const AVCodecParameters& parameters)

@@ -31,6 +31,13 @@ std::vector<VideoTrack> videoTracks(AVFormatContext& context);
 
 bool isMovingPicture(const AVStream& stream);
 
+/// Whether the file's own numbers of its streams, AVStream::id, are the PIDs of a transport stream.
+bool isTransportStream(const AVFormatContext& context);
+
+/// The container's code for a stream where it is a text, else the one that is usual for the codec;
+/// four blanks when there is none.
+std::string fourccOf(AVCodecID codec, std::uint32_t containerTag = 0);
+
 /// A copy that the caller owns; null when memory runs out.
 CodecParametersPtr copyParameters(const AVCodecParameters& parameters);
 

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "bluray/streamfile.h"
+
+#include "bluray/codings.h"
+#include "bluray/navigationfile.h"
+#include "media/streamdescription.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+
+namespace engine {
+
+namespace {
+
+/// Hosts add up durations in whole milliseconds, cut off, to places on a timeline, and discs can
+/// have a hundred files of a single picture. So a duration is a number of whole milliseconds, never
+/// shorter than the file, and one that is still the same number after a host's multiplication.
+double hostDuration(std::int64_t ticks)
+{
+    const double milliseconds =
+        static_cast<double>((ticks * 1000 + ticksPerSecond - 1) / ticksPerSecond);
+    const double seconds = milliseconds / 1000.0;
+    return seconds * 1000.0 < milliseconds ? std::nextafter(seconds, seconds + 1.0) : seconds;
+}
+
+void setDuration(MovieFacts& movie, std::int64_t ticks)
+{
+    for (StreamFacts& stream : movie.streams)
+        stream.duration = hostDuration(ticks);
+}
+
+/// Streams by their PID instead of libav's index; of two that share one, as sound with a core does,
+/// the first.
+std::vector<StreamFacts> byPid(std::vector<StreamFacts> streams, const AVFormatContext& context)
+{
+    std::vector<StreamFacts> kept;
+    for (StreamFacts& stream : streams) {
+        stream.id = context.streams[stream.id]->id;
+        const bool isKnown = std::any_of(kept.begin(), kept.end(), [&](const StreamFacts& other) {
+            return other.id == stream.id;
+        });
+        if (!isKnown)
+            kept.push_back(std::move(stream));
+    }
+    return kept;
+}
+
+/// The first time stamp of the pictures, to which playlists refer, else of anything.
+std::int64_t startTicks(const AVFormatContext& context)
+{
+    const AVRational ticks = {1, static_cast<int>(ticksPerSecond)};
+    for (unsigned i = 0; i < context.nb_streams; ++i) {
+        const AVStream& stream = *context.streams[i];
+        if (isMovingPicture(stream) && stream.start_time != AV_NOPTS_VALUE)
+            return av_rescale_q(stream.start_time, stream.time_base, ticks);
+    }
+    return context.start_time == AV_NOPTS_VALUE
+               ? 0
+               : av_rescale_q(context.start_time, AV_TIME_BASE_Q, ticks);
+}
+
+} // namespace
+
+std::optional<ClipInformation> findClipInformation(const DiscFiles& files, const std::string& path)
+{
+    const std::filesystem::path stream(path);
+    const std::string root = stream.parent_path().parent_path().string();
+    const std::string name = "CLIPINF/" + stream.stem().string() + ".clpi";
+    return parseNavigationFile(files, root, name, parseClipInformation);
+}
+
+StreamFileDescription describeByClipInformation(const ClipInformation& clip)
+{
+    StreamFileDescription description;
+    description.sequences = clip.sequences;
+    description.movie.format = "mpegts";
+    for (const ClipStream& stream : clip.streams)
+        description.movie.streams.push_back(describeStream(stream));
+    setDuration(description.movie, clip.duration());
+    return description;
+}
+
+std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
+                                                      const std::string& path)
+{
+    // libav finds out soon that an encrypted file is none of its formats; told what it should be,
+    // it would search the whole file for packets.
+    const auto demuxer = files.demux(path);
+    if (!demuxer || !isTransportStream(*demuxer->context()) || !demuxer->findStreamInfo())
+        return std::nullopt;
+    AVFormatContext& context = *demuxer->context();
+    const std::int64_t start = startTicks(context);
+    const std::int64_t length =
+        av_rescale(std::max<std::int64_t>(context.duration, 0), ticksPerSecond, AV_TIME_BASE);
+    if (context.nb_streams == 0 || start < 0 || length == 0 || start + length > UINT32_MAX)
+        return std::nullopt;
+
+    StreamFileDescription description;
+    description.movie = describeMovie(context);
+    description.movie.streams = byPid(std::move(description.movie.streams), context);
+    description.sequences = {
+        {0, static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(start + length)}};
+    setDuration(description.movie, length);
+    return description;
+}
+
+StreamFileDescription describeByTimes(std::uint32_t start, std::uint32_t end)
+{
+    StreamFileDescription description;
+    description.sequences = {{0, start, end}};
+    description.movie.format = "mpegts";
+    description.movie.streams.resize(1);
+    setDuration(description.movie, std::int64_t{end} - start);
+    return description;
+}
+
+} // namespace engine
