@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
 // bare_loop probe|snap FILE…
-// Does with libav alone, and with nothing around it, what an import does with each file: open it and
-// find out about its streams; for "snap" also seek to a hundredth of it, decode four frames of its
-// first video stream and scale the last to 320x180.
+// Does with libav alone, and with nothing around it, what an import does with each file: open it
+// and find out about its streams; for "snap" also seek to a hundredth of it, decode four frames of
+// its first video stream and scale the last to 320x180.
 extern "C" {
 #include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
@@ -15,8 +15,7 @@ extern "C" {
 #include <cstdio>
 #include <cstring>
 
-namespace
-{
+namespace {
 
 constexpr int width = 320;
 constexpr int height = 180;
@@ -38,8 +37,8 @@ bool decode(AVFormatContext* format, AVCodecContext* codec, int stream, AVFrame*
         }
         if (result != AVERROR(EAGAIN) || atEnd)
             break;
-        while ((atEnd = av_read_frame(format, packet) < 0) == false
-               && packet->stream_index != stream)
+        while ((atEnd = av_read_frame(format, packet) < 0) == false &&
+               packet->stream_index != stream)
             av_packet_unref(packet);
         avcodec_send_packet(codec, atEnd ? nullptr : packet);
         av_packet_unref(packet);
@@ -51,9 +50,9 @@ bool decode(AVFormatContext* format, AVCodecContext* codec, int stream, AVFrame*
 
 void scale(const AVFrame* frame)
 {
-    SwsContext* scaler = sws_getContext(frame->width, frame->height,
-                                        static_cast<AVPixelFormat>(frame->format), width, height,
-                                        AV_PIX_FMT_RGB32, SWS_BILINEAR, nullptr, nullptr, nullptr);
+    SwsContext* scaler =
+        sws_getContext(frame->width, frame->height, static_cast<AVPixelFormat>(frame->format),
+                       width, height, AV_PIX_FMT_RGB32, SWS_BILINEAR, nullptr, nullptr, nullptr);
     if (!scaler)
         return;
     std::uint8_t* planes[4];
@@ -69,8 +68,8 @@ bool snap(AVFormatContext* format)
 {
     const AVCodec* decoder = nullptr;
     const int stream = av_find_best_stream(format, AVMEDIA_TYPE_VIDEO, -1, -1, &decoder, 0);
-    if (stream < 0 || !decoder
-        || (format->streams[stream]->disposition & AV_DISPOSITION_ATTACHED_PIC))
+    if (stream < 0 || !decoder ||
+        (format->streams[stream]->disposition & AV_DISPOSITION_ATTACHED_PIC))
         return false;
     for (unsigned i = 0; i < format->nb_streams; ++i)
         format->streams[i]->discard = int(i) == stream ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
@@ -80,8 +79,8 @@ bool snap(AVFormatContext* format)
     bool decoded = false;
     if (avcodec_open2(codec, decoder, nullptr) == 0) {
         if (format->duration > 0) {
-            const std::int64_t start
-                = format->start_time == AV_NOPTS_VALUE ? 0 : format->start_time;
+            const std::int64_t start =
+                format->start_time == AV_NOPTS_VALUE ? 0 : format->start_time;
             av_seek_frame(format, -1, start + format->duration / 100, AVSEEK_FLAG_BACKWARD);
         }
         AVFrame* frame = av_frame_alloc();
