@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "enginemanager.h"
 
+#include "dvd/dvdimporter.h"
 #include "log.h"
 #include "media/mediaimporter.h"
 #include "opening.h"
@@ -14,6 +15,7 @@ namespace {
 /// Asked in this order: the first that knows the path decides.
 using Opener = Opening (*)(const std::string& path);
 const Opener openers[] = {
+    DvdImporter::open,
     MediaImporter::open,
 };
 
