@@ -18,8 +18,11 @@ bool readSector(std::ifstream& file, int sector, char (&bytes)[sectorSize])
     return file.seekg(std::streamoff{sector} * sectorSize) && file.read(bytes, sectorSize);
 }
 
-bool hasUdfDescriptor(std::ifstream& file)
+} // namespace
+
+bool isUdfImage(const std::string& path)
 {
+    std::ifstream file(path, std::ios::binary);
     char bytes[sectorSize];
     for (int i = 0; i < descriptorCount && readSector(file, firstDescriptor + i, bytes); ++i) {
         if (std::memcmp(bytes + 1, "NSR02", 5) == 0 || std::memcmp(bytes + 1, "NSR03", 5) == 0)
@@ -28,19 +31,12 @@ bool hasUdfDescriptor(std::ifstream& file)
     return false;
 }
 
-/// The descriptor from which all others are found bears the tag 2, little-endian.
-bool hasAnchor(std::ifstream& file)
-{
-    char bytes[sectorSize];
-    return readSector(file, anchorSector, bytes) && bytes[0] == 2 && bytes[1] == 0;
-}
-
-} // namespace
-
-bool isUdfImage(const std::string& path)
+/// Its tag is 2, little-endian.
+bool hasUdfAnchor(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
-    return hasUdfDescriptor(file) && hasAnchor(file);
+    char bytes[sectorSize];
+    return readSector(file, anchorSector, bytes) && bytes[0] == 2 && bytes[1] == 0;
 }
 
 } // namespace engine

@@ -17,9 +17,7 @@ Opening DvdImporter::open(const std::string& path)
     if (!location)
         return Opening::notMine();
     const std::unique_ptr<VideoTs> files = VideoTs::open(*location);
-    if (!files)
-        return Opening::notMine();
-    const auto disc = readDvd(*files, *location);
+    const auto disc = files ? readDvd(*files, *location) : std::nullopt;
     return disc ? Opening::opened(new DvdImporter(*location, *disc)) : Opening::refused();
 }
 

@@ -44,16 +44,15 @@ DvdSource* DvdSource::open(const TitleSet& set, const Title& title, std::shared_
         log(name + ": no video");
         return nullptr;
     }
-    return new DvdSource(std::move(layout), std::move(vobs), std::move(reader),
-                         set.video.displayAspect);
+    return new DvdSource(std::move(layout), std::move(vobs), std::move(reader), set.video);
 }
 
 DvdSource::DvdSource(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs,
-                     std::unique_ptr<FrameReader> reader, Ratio displayAspect)
+                     std::unique_ptr<FrameReader> reader, const VideoAttributes& video)
     : m_layout(layout)
     , m_clock(std::move(layout), std::move(vobs))
     , m_reader(std::move(reader))
-    , m_displayAspect(displayAspect)
+    , m_video(video)
 {}
 
 void DvdSource::release()
@@ -91,24 +90,32 @@ DvdSource::TimedPicture DvdSource::next()
 {
     TimedPicture next;
     next.picture = m_reader->next();
-    if (!next.picture || next.picture->pkt_pos < 0)
+    if (!next.picture)
         return next;
-    const AVFrame& picture = *next.picture;
-    const std::int64_t stamp =
-        picture.pts != AV_NOPTS_VALUE ? picture.pts : picture.best_effort_timestamp;
-    if (stamp == AV_NOPTS_VALUE)
-        return next;
-    if (const auto time =
-            m_clock.timeOf(static_cast<std::uint64_t>(picture.pkt_pos) / sectorSize, stamp))
-        next.timeMs = std::max<Ticks>(*time, 0) / ticksPerMillisecond;
+    m_lastTime = timeOf(*next.picture);
+    if (m_lastTime)
+        next.timeMs = std::max<Ticks>(*m_lastTime, 0) / ticksPerMillisecond;
     return next;
 }
 
-/// The last picture that is shown by the wanted time. Where a picture stands still it may lie far
-/// ahead; so when there is none, the search begins again further and further ahead.
+/// A picture without a stamp, as the last one before the end may be, follows the one before it.
+std::optional<Ticks> DvdSource::timeOf(const AVFrame& picture)
+{
+    const std::int64_t stamp =
+        picture.pts != AV_NOPTS_VALUE ? picture.pts : picture.best_effort_timestamp;
+    if (stamp != AV_NOPTS_VALUE && picture.pkt_pos >= 0)
+        return m_clock.timeOf(static_cast<std::uint64_t>(picture.pkt_pos) / sectorSize, stamp);
+    if (!m_lastTime)
+        return std::nullopt;
+    return *m_lastTime + (m_video.isNtsc ? ticksPerNtscPicture : ticksPerPalPicture);
+}
+
+/// The last picture that is shown by the wanted time. The first pictures shown of a VOBU may need
+/// the one before it, and a picture that stands still may lie far ahead: when there is none, the
+/// search begins again, further and further ahead.
 DvdSource::TimedPicture DvdSource::findWanted()
 {
-    std::size_t vobu = m_clock.vobuFor(m_wantedMs * ticksPerMillisecond);
+    std::size_t vobu = m_clock.vobuAt(m_wantedMs * ticksPerMillisecond);
     for (std::size_t step = 1;; step *= 2) {
         TimedPicture found = goTo(vobu) ? decodeUpToWanted() : TimedPicture();
         if (found.picture)
@@ -148,14 +155,15 @@ bool DvdSource::goTo(std::size_t vobu)
     if (result < 0)
         log("seeking in a title: " + errorText(result));
     m_reader->restart(true);
+    m_lastTime.reset();
     return result >= 0;
 }
 
 /// The disc's tables say which shape the picture has; the video stream may say otherwise.
 void DvdSource::show(TimedPicture picture)
 {
-    m_frame.pixelAspect = {m_displayAspect.numerator * picture.picture->height,
-                           m_displayAspect.denominator * picture.picture->width};
+    m_frame.pixelAspect = {m_video.displayAspect.numerator * picture.picture->height,
+                           m_video.displayAspect.denominator * picture.picture->width};
     m_frame.picture = std::move(picture.picture);
     m_frameTimeMs = picture.timeMs;
 }

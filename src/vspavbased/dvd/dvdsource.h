@@ -26,7 +26,7 @@ public:
 
 private:
     DvdSource(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs,
-              std::unique_ptr<FrameReader> reader, Ratio displayAspect);
+              std::unique_ptr<FrameReader> reader, const VideoAttributes& video);
     ~DvdSource() = default;
 
     /// A decoded picture, and when it is shown; -1 when the disc does not tell.
@@ -37,6 +37,7 @@ private:
     };
 
     TimedPicture next();
+    std::optional<Ticks> timeOf(const AVFrame& picture);
     TimedPicture findWanted();
     TimedPicture decodeUpToWanted();
     bool goTo(std::size_t vobu);
@@ -45,12 +46,13 @@ private:
     std::shared_ptr<const TitleLayout> m_layout;
     TitleClock m_clock;
     std::unique_ptr<FrameReader> m_reader;
-    Ratio m_displayAspect;
+    VideoAttributes m_video;
     AVBased::IAVFrame m_frame;
     std::int64_t m_frameTimeMs = -1;
-    std::int64_t m_wantedMs = 0; ///< where the last seek went
-    bool m_isSeeking = true;     ///< the picture there is yet to be found
-    TimedPicture m_ahead;        ///< read to know that the one before was the right one
+    std::int64_t m_wantedMs = 0;     ///< where the last seek went
+    bool m_isSeeking = true;         ///< the picture there is yet to be found
+    TimedPicture m_ahead;            ///< read to know that the one before was the right one
+    std::optional<Ticks> m_lastTime; ///< of the picture decoded last
 };
 
 } // namespace engine

@@ -8,9 +8,6 @@ namespace engine {
 
 namespace {
 
-constexpr Ticks ticksPerPalPicture = 3600;
-constexpr Ticks ticksPerNtscPicture = 3003;
-
 std::optional<int> decimal(std::uint8_t digits)
 {
     const int tens = digits >> 4;

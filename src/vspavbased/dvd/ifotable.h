@@ -13,6 +13,8 @@ namespace engine {
 using Ticks = std::int64_t;
 constexpr Ticks ticksPerSecond = 90000;
 constexpr Ticks ticksPerMillisecond = 90;
+constexpr Ticks ticksPerPalPicture = 3600;
+constexpr Ticks ticksPerNtscPicture = 3003;
 
 inline double inSeconds(Ticks time)
 {

@@ -31,7 +31,6 @@ Cell parseCell(const ByteView& playback, const ByteView& position, bool isNtsc,
     cell.cellId = position.u8(3);
     cell.firstSector = playback.u32(8);
     cell.lastSector = playback.u32(20);
-    cell.restartsClock = playback.u8(0) & 0x02;
     cell.isOtherAngle = blockType == angleBlock && blockMode != firstOfBlock;
     if (const auto duration = parseTime(playback.from(4), isNtsc))
         cell.duration = *duration;

@@ -17,8 +17,7 @@ struct Cell
     Ticks duration = 0;
     std::uint32_t firstSector = 0; ///< of the title set's video
     std::uint32_t lastSector = 0;
-    bool restartsClock = false; ///< time stamps do not go on from the cell before
-    bool isOtherAngle = false;  ///< shown in place of the cell before, not after it
+    bool isOtherAngle = false; ///< shown in place of the cell before, not after it
 };
 
 constexpr int mostAudioStreams = 8;

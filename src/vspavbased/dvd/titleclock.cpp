@@ -5,13 +5,6 @@
 
 namespace engine {
 
-namespace {
-
-/// The first two pictures shown of a VOBU may need the VOBU before it.
-constexpr Ticks lead = 3 * 3600;
-
-} // namespace
-
 std::optional<std::uint32_t> parseVobuStart(const ByteView& sector)
 {
     constexpr std::uint32_t packStart = 0x000001BA;
@@ -31,26 +24,19 @@ TitleClock::TitleClock(std::shared_ptr<const TitleLayout> layout, std::shared_pt
 {}
 
 /// What cannot be read is taken for too late: decoding then begins further ahead.
-std::size_t TitleClock::vobuFor(Ticks time)
+std::size_t TitleClock::vobuAt(Ticks time)
 {
     const std::size_t cellIndex = m_layout->cellAt(time);
     const TitleLayout::PlacedCell& cell = m_layout->cells()[cellIndex];
     std::size_t found = cell.firstVobu;
-    Ticks foundTime = cell.start;
     std::size_t end = cell.firstVobu + cell.vobuCount;
     while (end - found > 1) {
         const std::size_t middle = found + (end - found) / 2;
         const auto stamp = readStamp(middle);
         const auto start = stamp ? timeInCell(cellIndex, *stamp) : std::nullopt;
-        if (start && *start <= time) {
-            found = middle;
-            foundTime = *start;
-        } else {
-            end = middle;
-        }
+        (start && *start <= time ? found : end) = middle;
     }
-    const bool standsAlone = found == cell.firstVobu && cell.restartsClock;
-    return found > 0 && time < foundTime + lead && !standsAlone ? found - 1 : found;
+    return found;
 }
 
 std::optional<Ticks> TitleClock::timeOf(std::uint64_t titleSector, std::int64_t stamp)

@@ -22,9 +22,8 @@ class TitleClock
 public:
     TitleClock(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs);
 
-    /// Index of the VOBU at which to begin decoding for the picture that is shown at `time`.
-    /// Requires that the layout has a VOBU.
-    std::size_t vobuFor(Ticks time);
+    /// Index of the last VOBU that begins by `time`, or of the first. Requires that there is one.
+    std::size_t vobuAt(Ticks time);
 
     /// When a picture is shown that begins in `titleSector` and bears the stamp `stamp`. Nothing
     /// when the disc does not tell.

@@ -30,7 +30,7 @@ TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t 
 {
     Ticks start = 0;
     for (const Cell& cell : title.cells) {
-        m_cells.push_back({start, m_sectorCount, m_vobus.size(), 0, cell.restartsClock});
+        m_cells.push_back({start, m_sectorCount, m_vobus.size(), 0});
         if (m_vobus.size() < mostVobus && m_pieces.size() < mostPieces)
             placeCell(set, cell, sectorCount);
         else

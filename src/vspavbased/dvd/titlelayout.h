@@ -35,7 +35,6 @@ public:
         std::uint64_t titleSector;
         std::size_t firstVobu; ///< index
         std::size_t vobuCount; ///< 0 for a cell that lies outside the files
-        bool restartsClock;
     };
 
     /// Cells, or parts of them, that lie outside the `sectorCount` sectors of the title set's files

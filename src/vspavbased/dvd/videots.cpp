@@ -7,6 +7,7 @@
 #include "libudfread.h"
 #include "log.h"
 #include "text.h"
+#include "udfimage.h"
 
 #include <filesystem>
 #include <fstream>
@@ -111,14 +112,16 @@ public:
     static std::unique_ptr<VideoTs> open(const std::string& path)
     {
         UdfVolumePtr volume(udfread_init());
-        if (!volume || udfread_open(volume.get(), path.c_str()) < 0) {
+        if (!volume || !hasUdfAnchor(path) || udfread_open(volume.get(), path.c_str()) < 0) {
             log(path + ": the image's UDF file system cannot be read");
             return nullptr;
         }
         const std::string folder = findFolder(*volume);
         const UdfDirectoryPtr directory(udfread_opendir(volume.get(), folder.c_str()));
-        if (folder.empty() || !directory)
+        if (folder.empty() || !directory) {
+            log(path + ": the image holds no DVD");
             return nullptr;
+        }
         return std::unique_ptr<VideoTs>(new ImageVideoTs(std::move(volume), folder, *directory));
     }
 
