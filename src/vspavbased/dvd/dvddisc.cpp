@@ -155,10 +155,8 @@ std::optional<DvdDisc> readDvd(VideoTs& files, const DvdLocation& location)
     }
     while (!disc.titleSets.empty() && isEmpty(disc.titleSets.back()))
         disc.titleSets.pop_back();
-    if (disc.titleSets.empty() || (location.titleSet && !hasUsableSet(disc))) {
-        log(location.path + ": nothing on the disc can be used");
+    if (disc.titleSets.empty() || (location.titleSet && !hasUsableSet(disc)))
         return std::nullopt;
-    }
     disc.name = withoutBlanks(files.volumeName());
     if (disc.name.empty())
         disc.name = location.name;

@@ -16,8 +16,11 @@ Opening DvdImporter::open(const std::string& path)
     const auto location = locateDvd(path);
     if (!location)
         return Opening::notMine();
+    // Of an image without a DVD nobody else is asked: libav finds sound in any kind of bytes.
     const std::unique_ptr<VideoTs> files = VideoTs::open(*location);
     const auto disc = files ? readDvd(*files, *location) : std::nullopt;
+    if (!disc)
+        log(path + ": no DVD that can be used");
     return disc ? Opening::opened(new DvdImporter(*location, *disc)) : Opening::refused();
 }
 

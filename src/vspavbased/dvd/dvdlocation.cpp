@@ -2,7 +2,6 @@
 #include "dvd/dvdlocation.h"
 
 #include "text.h"
-#include "udfimage.h"
 
 #include <filesystem>
 
@@ -90,7 +89,7 @@ std::optional<DvdLocation> locateDvd(const std::string& path)
     const std::string suffix = toUpper(item.extension().string());
     if (suffix == ".IFO")
         return locateIfo(item);
-    if ((hasSeparator || isImageSuffix(suffix)) && isUdfImage(item.string())) {
+    if (hasSeparator || isImageSuffix(suffix)) {
         DvdLocation location;
         location.kind = DvdLocation::Kind::image;
         location.path = item.string();

@@ -12,7 +12,7 @@ struct DvdLocation
     enum class Kind
     {
         folder, ///< `path` is the folder that holds the IFO and VOB files
-        image   ///< `path` is a file that holds the disc's UDF file system
+        image   ///< `path` is a file that may hold the disc's UDF file system
     };
 
     Kind kind = Kind::folder;
@@ -23,7 +23,7 @@ struct DvdLocation
 
 /// Looks what `path` is: a folder that holds VIDEO_TS, a VIDEO_TS folder, an IFO file or a disc
 /// image, the first three with or without a separator behind the name, in any case of letters.
-/// Nothing when it is none of them; whether the files can be used is not looked at.
+/// Nothing when it is none of them. What the files hold is not looked at.
 ///
 /// A file without a separator is only taken for an image if its suffix says so, so that ordinary
 /// media files cost nothing here.

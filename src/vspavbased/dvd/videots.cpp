@@ -4,10 +4,9 @@
 // of damaged tables and directories reaches beyond its own memory.
 #include "dvd/videots.h"
 
-#include "libudfread.h"
+#include "bluray/discimage.h"
 #include "log.h"
 #include "text.h"
-#include "udfimage.h"
 
 #include <filesystem>
 #include <fstream>
@@ -19,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// More than any disc has; folders with more are walked no further.
-constexpr int mostEntries = 10000;
+constexpr std::size_t mostEntries = 10000;
 
 class FolderFile final : public DiscFile
 {
@@ -56,7 +55,8 @@ public:
     {
         std::error_code error;
         fs::directory_iterator entry(folder, error);
-        for (int i = 0; !error && entry != fs::directory_iterator() && i < mostEntries; ++i) {
+        for (std::size_t i = 0; !error && entry != fs::directory_iterator() && i < mostEntries;
+             ++i) {
             addEntry(entry->path().filename().string());
             entry.increment(error);
         }
@@ -78,11 +78,11 @@ private:
     fs::path m_folder;
 };
 
-class ImageFile final : public DiscFile
+class FileOfImage final : public DiscFile
 {
 public:
-    ImageFile(std::shared_ptr<udfread> volume, UdfFilePtr file)
-        : m_volume(std::move(volume))
+    FileOfImage(std::shared_ptr<DiscImage> image, UdfFilePtr file)
+        : m_image(std::move(image))
         , m_file(std::move(file))
     {}
 
@@ -102,75 +102,50 @@ public:
     }
 
 private:
-    std::shared_ptr<udfread> m_volume; ///< outlives its file
+    std::shared_ptr<DiscImage> m_image; ///< the file reads through it, so it goes last
     UdfFilePtr m_file;
 };
 
 class ImageVideoTs final : public VideoTs
 {
 public:
-    static std::unique_ptr<VideoTs> open(const std::string& path)
-    {
-        UdfVolumePtr volume(udfread_init());
-        if (!volume || !hasUdfAnchor(path) || udfread_open(volume.get(), path.c_str()) < 0) {
-            log(path + ": the image's UDF file system cannot be read");
-            return nullptr;
-        }
-        const std::string folder = findFolder(*volume);
-        const UdfDirectoryPtr directory(udfread_opendir(volume.get(), folder.c_str()));
-        if (folder.empty() || !directory) {
-            log(path + ": the image holds no DVD");
-            return nullptr;
-        }
-        return std::unique_ptr<VideoTs>(new ImageVideoTs(std::move(volume), folder, *directory));
-    }
-
-    std::string volumeName() const override
-    {
-        const char* name = udfread_get_volume_id(m_volume.get());
-        return name ? name : "";
-    }
-
-private:
-    ImageVideoTs(UdfVolumePtr volume, const std::string& folder, UDFDIR& directory)
-        : m_volume(std::move(volume))
+    ImageVideoTs(std::shared_ptr<DiscImage> image, const std::string& folder)
+        : m_image(std::move(image))
         , m_folder(folder)
     {
-        udfread_dirent entry;
-        for (int i = 0; i < mostEntries && udfread_readdir(&directory, &entry); ++i)
-            addEntry(entry.d_name);
+        for (const std::string& name : m_image->fileNames(m_folder, mostEntries))
+            addEntry(name);
     }
 
-    /// Path of the image's VIDEO_TS folder, empty when it has none.
-    static std::string findFolder(udfread& volume)
-    {
-        const UdfDirectoryPtr root(udfread_opendir(&volume, "/"));
-        udfread_dirent entry;
-        for (int i = 0; root && i < mostEntries && udfread_readdir(root.get(), &entry); ++i) {
-            if (entry.d_type == UDF_DT_DIR && toUpper(entry.d_name) == "VIDEO_TS")
-                return std::string("/") + entry.d_name;
-        }
-        return {};
-    }
+    std::string volumeName() const override { return m_image->volumeName(); }
 
+private:
     std::unique_ptr<DiscFile> openEntry(const std::string& name) override
     {
-        UdfFilePtr file(udfread_file_open(m_volume.get(), (m_folder + "/" + name).c_str()));
-        if (!file)
-            return nullptr;
-        return std::make_unique<ImageFile>(m_volume, std::move(file));
+        UdfFilePtr file = m_image->openFile(m_folder + '/' + name);
+        return file ? std::make_unique<FileOfImage>(m_image, std::move(file)) : nullptr;
     }
 
-    std::shared_ptr<udfread> m_volume;
+    std::shared_ptr<DiscImage> m_image;
     std::string m_folder;
 };
+
+std::unique_ptr<VideoTs> openImage(const std::string& path)
+{
+    const std::shared_ptr<DiscImage> image = DiscImage::open(path);
+    for (const char* folder : {"VIDEO_TS", "video_ts"}) {
+        if (image && image->hasFolder(folder))
+            return std::make_unique<ImageVideoTs>(image, folder);
+    }
+    return nullptr;
+}
 
 } // namespace
 
 std::unique_ptr<VideoTs> VideoTs::open(const DvdLocation& location)
 {
     if (location.kind == DvdLocation::Kind::image)
-        return ImageVideoTs::open(location.path);
+        return openImage(location.path);
     return std::make_unique<FolderVideoTs>(location.path);
 }
 

@@ -16,7 +16,7 @@ namespace engine {
 class VideoTs
 {
 public:
-    /// Null, with the reason in the log, when there is no such folder.
+    /// Null when the image has no such folder.
     static std::unique_ptr<VideoTs> open(const DvdLocation& location);
 
     virtual ~VideoTs() = default;
