@@ -236,6 +236,7 @@ private Q_SLOTS:
     void chapterPicturesShowTheMiddle();
     void seeksToTheFrameShown_data();
     void seeksToTheFrameShown();
+    void aStillPictureIsGivenForAsLongAsItIsShown();
     void scrambledTitleSetsHaveNoPictures();
     void badDiscs_data();
     void badDiscs();
@@ -407,6 +408,21 @@ void DvdTest::seeksToTheFrameShown()
         QCOMPARE(time, expected.key());
         QCOMPARE(pictureOf(frame, 80, 45), expected.value());
     }
+}
+
+void DvdTest::aStillPictureIsGivenForAsLongAsItIsShown()
+{
+    const ImporterPtr importer = openItem(fixtureUtf8("dvd/STILLS"));
+    QVERIFY(importer);
+    const SourcePtr source(importer->openSource(0, videoId, -1));
+    QVERIFY(source);
+    for (const int count : {1, 4, 50}) {
+        std::int64_t time;
+        const QImage picture = pictureOf(frameAt(*source, 7500, count, &time));
+        QCOMPARE(time, std::int64_t(count == 1 ? 5000 : 7500 + (count - 1) * 40));
+        QVERIFY(qAbs(secondOf(picture, 10.0) - 5.0) < 0.4);
+    }
+    QVERIFY(qAbs(secondOf(pictureOf(frameAt(*source, 7500, 70)), 10.0) - 10.0) < 0.4);
 }
 
 void DvdTest::scrambledTitleSetsHaveNoPictures()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/dvdimporter.h"
 
+#include "deadline.h"
 #include "dvd/dvdsource.h"
 #include "dvd/maintitle.h"
 #include "dvd/scrambling.h"
@@ -115,7 +116,8 @@ bool DvdImporter::isDiscScrambled(const char* utf8Path)
 {
     const auto location = locateDvd(utf8Path ? utf8Path : "");
     const std::unique_ptr<VideoTs> files = location ? VideoTs::open(*location) : nullptr;
-    for (int i = 1; files && i <= mostTitleSets; ++i) {
+    Deadline deadline(describeLimit);
+    for (int i = 1; files && i <= mostTitleSets && !deadline.expired(); ++i) {
         const std::shared_ptr<TitleVobs> vobs = TitleVobs::open(*files, i);
         if (vobs && isScrambled(*vobs))
             return true;

@@ -5,6 +5,7 @@
 #include "log.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace engine {
 
@@ -13,6 +14,9 @@ namespace {
 /// Pictures that may be passed over on the way to the wanted one. It is hardly ever further away
 /// than two VOBUs, of about half a second each.
 constexpr int mostPicturesPassed = 500;
+
+/// Longer than any picture of moving video is shown.
+constexpr std::int64_t shortestStillMs = 250;
 
 VideoTrack makeTrack()
 {
@@ -73,17 +77,28 @@ void DvdSource::seek(std::int32_t positionMs)
 bool DvdSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
                           std::int32_t /*mode*/)
 {
-    TimedPicture picture = m_isSeeking       ? findWanted()
-                           : m_ahead.picture ? std::move(m_ahead)
-                                             : next();
-    m_isSeeking = false;
-    const bool delivered = picture.picture != nullptr;
-    if (delivered)
-        show(std::move(picture));
+    bool delivered;
+    if (std::exchange(m_isSeeking, false))
+        delivered = show(findWanted());
+    else
+        delivered = repeatStill() || show(std::exchange(m_ahead, {}));
     *frame = m_frame.picture ? &m_frame : nullptr;
     *positionMs = m_frameTimeMs;
     *flags = 0;
     return delivered;
+}
+
+/// A picture that stands still is given again and again, as often as it would be shown, until it is
+/// the next one's turn.
+bool DvdSource::repeatStill()
+{
+    if (!m_ahead.picture)
+        m_ahead = next();
+    const std::int64_t shownMs = std::max(m_frameTimeMs, m_wantedMs);
+    if (!m_frame.picture || m_frameTimeMs < 0 || m_ahead.timeMs - shownMs < shortestStillMs)
+        return false;
+    m_frameTimeMs = shownMs + pictureDuration() / ticksPerMillisecond;
+    return true;
 }
 
 DvdSource::TimedPicture DvdSource::next()
@@ -107,12 +122,17 @@ std::optional<Ticks> DvdSource::timeOf(const AVFrame& picture)
         return m_clock.timeOf(static_cast<std::uint64_t>(picture.pkt_pos) / sectorSize, stamp);
     if (!m_lastTime)
         return std::nullopt;
-    return *m_lastTime + (m_video.isNtsc ? ticksPerNtscPicture : ticksPerPalPicture);
+    return *m_lastTime + pictureDuration();
+}
+
+Ticks DvdSource::pictureDuration() const
+{
+    return m_video.isNtsc ? ticksPerNtscPicture : ticksPerPalPicture;
 }
 
 /// The last picture that is shown by the wanted time. The first pictures shown of a VOBU may need
-/// the one before it, and a picture that stands still may lie far ahead: when there is none, the
-/// search begins again, further and further ahead.
+/// the one before it, and a picture that stands still may have begun long before: when there is
+/// none, the search begins again, earlier and earlier.
 DvdSource::TimedPicture DvdSource::findWanted()
 {
     std::size_t vobu = m_clock.vobuAt(m_wantedMs * ticksPerMillisecond);
@@ -159,13 +179,17 @@ bool DvdSource::goTo(std::size_t vobu)
     return result >= 0;
 }
 
-/// The disc's tables say which shape the picture has; the video stream may say otherwise.
-void DvdSource::show(TimedPicture picture)
+/// The disc's tables say which shape the picture has; the video stream may say otherwise. False
+/// when there is no picture.
+bool DvdSource::show(TimedPicture picture)
 {
+    if (!picture.picture)
+        return false;
     m_frame.pixelAspect = {m_video.displayAspect.numerator * picture.picture->height,
                            m_video.displayAspect.denominator * picture.picture->width};
     m_frame.picture = std::move(picture.picture);
     m_frameTimeMs = picture.timeMs;
+    return true;
 }
 
 } // namespace engine

@@ -10,7 +10,8 @@
 
 namespace engine {
 
-/// Frames of one title of a DVD. Seeking goes to the very frame that is shown at the position.
+/// Frames of one title of a DVD, as they would be shown. Seeking goes to the very frame that is
+/// shown at the position.
 class DvdSource final : public AVBased::IAVSource
 {
 public:
@@ -41,7 +42,9 @@ private:
     TimedPicture findWanted();
     TimedPicture decodeUpToWanted();
     bool goTo(std::size_t vobu);
-    void show(TimedPicture picture);
+    bool repeatStill();
+    bool show(TimedPicture picture);
+    Ticks pictureDuration() const;
 
     std::shared_ptr<const TitleLayout> m_layout;
     TitleClock m_clock;
@@ -51,7 +54,7 @@ private:
     std::int64_t m_frameTimeMs = -1;
     std::int64_t m_wantedMs = 0;     ///< where the last seek went
     bool m_isSeeking = true;         ///< the picture there is yet to be found
-    TimedPicture m_ahead;            ///< read to know that the one before was the right one
+    TimedPicture m_ahead;            ///< read to know how long the one before is shown
     std::optional<Ticks> m_lastTime; ///< of the picture decoded last
 };
 
