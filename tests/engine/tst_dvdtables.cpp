@@ -185,8 +185,8 @@ void DvdTablesTest::chaptersThatLeadNowhereAreLeftOut()
 void DvdTablesTest::interleavedCellsAreReadInTheirPieces()
 {
     TitleSet set;
-    set.cellAddresses = {{1, 1, 0, 99},    {1, 2, 100, 149}, {1, 3, 150, 199},
-                         {1, 2, 200, 249}, {1, 3, 250, 299}, {1, 4, 300, 0xFFFFFFFF}};
+    set.cellAddresses = {{1, 1, 0, 99},    {1, 2, 100, 149}, {1, 2, 200, 249},
+                         {1, 3, 150, 199}, {1, 3, 250, 299}, {1, 4, 300, 0xFFFFFFFF}};
     set.vobuSectors = {0, 50, 100, 130, 150, 200, 250, 300};
     Title title;
     for (const int id : {1, 2, 4}) {

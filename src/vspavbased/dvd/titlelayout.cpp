@@ -30,7 +30,7 @@ TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t 
 {
     Ticks start = 0;
     for (const Cell& cell : title.cells) {
-        m_cells.push_back({start, m_sectorCount, m_vobus.size(), 0});
+        m_cells.push_back({start, m_vobus.size(), 0});
         if (m_vobus.size() < mostVobus && m_pieces.size() < mostPieces)
             placeCell(set, cell, sectorCount);
         else
@@ -43,23 +43,21 @@ TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t 
 /// The sectors from a cell's first to its last are its own, unless it is interleaved with others.
 void TitleLayout::placeCell(const TitleSet& set, const Cell& cell, std::uint64_t sectorCount)
 {
-    bool isListed = false;
-    for (const CellAddress& address : set.cellAddresses) {
-        if (address.vobId != cell.vobId || address.cellId != cell.cellId)
-            continue;
-        isListed = true;
-        if (address.firstSector < sectorCount && m_pieces.size() < mostPieces)
-            placePiece(set, address.firstSector,
-                       std::min<std::uint64_t>(address.lastSector, sectorCount - 1));
-    }
-    if (!isListed && cell.firstSector < sectorCount)
-        placePiece(set, cell.firstSector,
-                   std::min<std::uint64_t>(cell.lastSector, sectorCount - 1));
+    const CellAddress whole{cell.vobId, cell.cellId, cell.firstSector, cell.lastSector};
+    auto [address, end] =
+        std::equal_range(set.cellAddresses.begin(), set.cellAddresses.end(), whole);
+    if (address == end)
+        placePiece(set, whole, sectorCount);
+    for (; address != end && m_pieces.size() < mostPieces; ++address)
+        placePiece(set, *address, sectorCount);
 }
 
-void TitleLayout::placePiece(const TitleSet& set, std::uint64_t first, std::uint64_t last)
+void TitleLayout::placePiece(const TitleSet& set, const CellAddress& address,
+                             std::uint64_t sectorCount)
 {
-    if (last < first)
+    const std::uint64_t first = address.firstSector;
+    const std::uint64_t last = std::min<std::uint64_t>(address.lastSector, sectorCount - 1);
+    if (first >= sectorCount || last < first)
         return;
     const std::size_t cell = m_cells.size() - 1;
     const auto begin = std::lower_bound(set.vobuSectors.begin(), set.vobuSectors.end(), first);

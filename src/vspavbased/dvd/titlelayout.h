@@ -31,8 +31,7 @@ public:
 
     struct PlacedCell
     {
-        Ticks start; ///< within the title
-        std::uint64_t titleSector;
+        Ticks start;           ///< within the title
         std::size_t firstVobu; ///< index
         std::size_t vobuCount; ///< 0 for a cell that lies outside the files
     };
@@ -60,7 +59,7 @@ public:
 
 private:
     void placeCell(const TitleSet& set, const Cell& cell, std::uint64_t sectorCount);
-    void placePiece(const TitleSet& set, std::uint64_t first, std::uint64_t last);
+    void placePiece(const TitleSet& set, const CellAddress& address, std::uint64_t sectorCount);
 
     std::vector<Piece> m_pieces;
     std::vector<Vobu> m_vobus;

@@ -135,6 +135,7 @@ std::vector<CellAddress> parseCellAddresses(const ByteView& ifo, IfoFindings& fi
             table->bytes.from(cellAddressTable.headerSize + cellAddressTable.entrySize * i);
         addresses.push_back({entry.u16(0), entry.u8(2), entry.u32(4), entry.u32(8)});
     }
+    std::stable_sort(addresses.begin(), addresses.end());
     return addresses;
 }
 

@@ -4,6 +4,7 @@
 #include "dvd/programchain.h"
 #include "dvd/streamattributes.h"
 
+#include <tuple>
 #include <vector>
 
 namespace engine {
@@ -25,6 +26,12 @@ struct CellAddress
     int cellId = 0;
     std::uint32_t firstSector = 0;
     std::uint32_t lastSector = 0;
+
+    /// By the cell that they belong to.
+    bool operator<(const CellAddress& other) const
+    {
+        return std::tie(vobId, cellId) < std::tie(other.vobId, other.cellId);
+    }
 };
 
 /// A title set, as its IFO file describes it.
@@ -32,7 +39,7 @@ struct TitleSet
 {
     VideoAttributes video;
     std::vector<Title> titles;
-    std::vector<CellAddress> cellAddresses; ///< several for a cell that is interleaved with others
+    std::vector<CellAddress> cellAddresses; ///< by cell; several for one interleaved with others
     std::vector<std::uint32_t> vobuSectors; ///< where units of about half a second begin; ascending
 };
 

@@ -27,7 +27,8 @@ public:
     {
         m_stream.rdbuf()->pubsetbuf(nullptr, 0); // whole sectors are read anyway
         m_stream.open(path, std::ios::binary | std::ios::ate);
-        m_size = m_stream ? static_cast<std::uint64_t>(m_stream.tellg()) : 0;
+        const std::streamoff end = m_stream.tellg(); // negative when it is not open
+        m_size = end > 0 ? static_cast<std::uint64_t>(end) : 0;
     }
 
     std::uint64_t size() const override { return m_size; }
