@@ -26,8 +26,10 @@ bool isLetter(int c)
 
 void IfoFindings::add(const std::string& finding)
 {
-    ++m_count;
-    log(m_file + ": " + finding);
+    // A file of random numbers has any number of them.
+    constexpr int mostLogged = 20;
+    if (++m_count <= mostLogged)
+        log(m_file + ": " + finding);
 }
 
 std::optional<IfoTable> findTable(const ByteView& ifo, const TableFormat& format,
