@@ -91,7 +91,8 @@ std::vector<std::string> DiscImage::fileNames(const std::string& folder, std::si
     const UdfFolderPtr entries(udfread_opendir(m_udf.get(), folder.c_str()));
     udfread_dirent entry;
     while (entries && names.size() < limit && udfread_readdir(entries.get(), &entry)) {
-        if (entry.d_type == UDF_DT_REG)
+        // The image may have names that no folder could have, and that lead elsewhere.
+        if (entry.d_type == UDF_DT_REG && !std::strchr(entry.d_name, '/'))
             names.push_back(entry.d_name);
     }
     return names;
