@@ -96,9 +96,9 @@ Bytes titleSetOf(const QList<QPair<int, int>>& chapters, const QList<CellSketch>
     return ifo;
 }
 
-DiscTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
+DvdTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
 {
-    DiscTitle title;
+    DvdTitle title;
     for (const auto& [number, seconds] : cells) {
         Cell cell;
         cell.cellId = number;
@@ -109,7 +109,7 @@ DiscTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
     return title;
 }
 
-using Titles = std::vector<DiscTitle>;
+using Titles = std::vector<DvdTitle>;
 
 } // namespace
 

@@ -70,9 +70,9 @@ std::optional<Content> readWithBackup(VideoTs& files, const std::string& name,
 
 /// The titles of each set, as the disc's table of contents has them. Without that they are those
 /// that the sets themselves have: the sets are then without titles here.
-std::vector<DiscTitleSet> listTitleSets(const std::optional<VideoManager>& manager)
+std::vector<DvdTitleSet> listTitleSets(const std::optional<VideoManager>& manager)
 {
-    std::vector<DiscTitleSet> sets(
+    std::vector<DvdTitleSet> sets(
         static_cast<std::size_t>(manager ? manager->titleSetCount : mostTitleSets));
     if (manager) {
         for (const TitleReference& title : manager->titles) {
@@ -83,18 +83,17 @@ std::vector<DiscTitleSet> listTitleSets(const std::optional<VideoManager>& manag
     }
     for (std::size_t i = 0; i < sets.size(); ++i) {
         sets[i].number = static_cast<int>(i + 1);
-        std::stable_sort(
-            sets[i].titles.begin(), sets[i].titles.end(),
-            [](const DiscTitle& a, const DiscTitle& b) { return a.number < b.number; });
+        std::stable_sort(sets[i].titles.begin(), sets[i].titles.end(),
+                         [](const DvdTitle& a, const DvdTitle& b) { return a.number < b.number; });
     }
     return sets;
 }
 
-void describe(DiscTitleSet& set, const TitleSet& description)
+void describe(DvdTitleSet& set, const TitleSet& description)
 {
     set.isUsable = true;
     set.video = description.video;
-    for (DiscTitle& title : set.titles) {
+    for (DvdTitle& title : set.titles) {
         const auto index = static_cast<std::size_t>(title.number - 1);
         if (index < description.titles.size())
             title.facts = description.titles[index];
@@ -104,13 +103,13 @@ void describe(DiscTitleSet& set, const TitleSet& description)
     }
 }
 
-void listOwnTitles(DiscTitleSet& set, const TitleSet& description)
+void listOwnTitles(DvdTitleSet& set, const TitleSet& description)
 {
     for (std::size_t i = 0; i < description.titles.size(); ++i)
         set.titles.push_back({static_cast<int>(i + 1), {}});
 }
 
-bool isEmpty(const DiscTitleSet& set)
+bool isEmpty(const DvdTitleSet& set)
 {
     return !set.isUsable && set.titles.empty();
 }
@@ -118,7 +117,7 @@ bool isEmpty(const DiscTitleSet& set)
 bool hasUsableSet(const DvdDisc& disc)
 {
     return std::any_of(disc.titleSets.begin(), disc.titleSets.end(),
-                       [](const DiscTitleSet& set) { return set.isUsable; });
+                       [](const DvdTitleSet& set) { return set.isUsable; });
 }
 
 /// Volume names are filled up with blanks.
@@ -143,7 +142,7 @@ std::optional<DvdDisc> readDvd(VideoTs& files, const DvdLocation& location)
     Deadline deadline(describeLimit);
     DvdDisc disc;
     disc.titleSets = listTitleSets(manager);
-    for (DiscTitleSet& set : disc.titleSets) {
+    for (DvdTitleSet& set : disc.titleSets) {
         const bool isWanted = !location.titleSet || *location.titleSet == set.number;
         if ((!isWanted && manager) || deadline.expired())
             continue;

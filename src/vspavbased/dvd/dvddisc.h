@@ -12,25 +12,25 @@
 namespace engine {
 
 /// A title that the disc's table of contents names.
-struct DiscTitle
+struct DvdTitle
 {
     int number = 0; ///< within its set, counted from 1
     Title facts;    ///< empty when the set does not describe it
 };
 
-struct DiscTitleSet
+struct DvdTitleSet
 {
     int number = 0;        ///< counted from 1
     bool isUsable = false; ///< whether its IFO file could be read, and it is wanted
     VideoAttributes video;
-    std::vector<DiscTitle> titles;
+    std::vector<DvdTitle> titles;
 };
 
 /// All that the disc's tables tell.
 struct DvdDisc
 {
     std::string name;
-    std::vector<DiscTitleSet> titleSets; ///< by their numbers, without gaps
+    std::vector<DvdTitleSet> titleSets; ///< by their numbers, without gaps
 };
 
 /// Reads the tables of the disc at `location`, whose files are `files`; where an IFO file is

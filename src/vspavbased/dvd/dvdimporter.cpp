@@ -29,14 +29,14 @@ DvdImporter::DvdImporter(const DvdLocation& location, const DvdDisc& disc)
     : m_location(location)
     , m_mainMovie(findMainTitle(disc))
 {
-    for (const DiscTitleSet& set : disc.titleSets) {
+    for (const DvdTitleSet& set : disc.titleSets) {
         m_titleSets.emplace_back(set);
-        for (const DiscTitle& title : set.titles)
+        for (const DvdTitle& title : set.titles)
             addMovie(disc, set, title);
     }
 }
 
-void DvdImporter::addMovie(const DvdDisc& disc, const DiscTitleSet& set, const DiscTitle& title)
+void DvdImporter::addMovie(const DvdDisc& disc, const DvdTitleSet& set, const DvdTitle& title)
 {
     MovieFacts facts;
     if (set.isUsable)

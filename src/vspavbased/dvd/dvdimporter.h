@@ -40,7 +40,7 @@ private:
     bool isDiscScrambled(const char* utf8Path) override;
     bool isMainTitle(std::int32_t movieId) override;
 
-    void addMovie(const DvdDisc& disc, const DiscTitleSet& set, const DiscTitle& title);
+    void addMovie(const DvdDisc& disc, const DvdTitleSet& set, const DvdTitle& title);
 
     DvdLocation m_location;
     std::deque<TitleSetRecord> m_titleSets;

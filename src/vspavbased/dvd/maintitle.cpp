@@ -63,8 +63,8 @@ std::optional<std::size_t> findMainTitle(const DvdDisc& disc)
 {
     std::vector<Candidate> candidates;
     std::size_t place = 0;
-    for (const DiscTitleSet& set : disc.titleSets) {
-        for (const DiscTitle& title : set.titles) {
+    for (const DvdTitleSet& set : disc.titleSets) {
+        for (const DvdTitle& title : set.titles) {
             if (title.facts.duration > 0)
                 candidates.push_back(makeCandidate(place, set.number, title.facts));
             ++place;

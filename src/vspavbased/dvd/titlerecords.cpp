@@ -61,10 +61,10 @@ MovieFacts describeTitleMovie(const VideoAttributes& video, const Title& title)
     return facts;
 }
 
-TitleSetRecord::TitleSetRecord(const DiscTitleSet& set)
+TitleSetRecord::TitleSetRecord(const DvdTitleSet& set)
     : m_record()
 {
-    for (const DiscTitle& title : set.titles)
+    for (const DvdTitle& title : set.titles)
         addTitle(title.facts);
     m_record.id = set.isUsable ? set.number : AVBased::DVDTitleSetInfo::UnusableId;
     m_record.titleCount = static_cast<std::uint32_t>(m_titles.size());

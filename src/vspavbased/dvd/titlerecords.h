@@ -17,7 +17,7 @@ MovieFacts describeTitleMovie(const VideoAttributes& video, const Title& title);
 class TitleSetRecord
 {
 public:
-    explicit TitleSetRecord(const DiscTitleSet& set);
+    explicit TitleSetRecord(const DvdTitleSet& set);
 
     const AVBased::DVDTitleSetInfo* get() const { return &m_record; }
 
