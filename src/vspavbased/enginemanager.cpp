@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "enginemanager.h"
 
+#include "dvd/dvdimporter.h"
 #include "log.h"
 #include "media/mediaimporter.h"
 #include "opening.h"
@@ -17,6 +18,7 @@ namespace {
 using Opener = Opening (*)(const std::string& path);
 const Opener openers[] = {
     TimelineImporter::open,
+    DvdImporter::open,
     MediaImporter::open,
 };
 

@@ -6,7 +6,7 @@
 //   EngineManager    decides which kind of importer opens a path
 //   media/           media files           dvd/       DVDs          bluray/   Blu-ray discs
 //   timeline/        stream files in a row  picture/   frames into pictures
-//   libav.h, libdvdread.h, libudfread.h   own the handles of the libraries below
+//   libav.h, libudfread.h   own the handles of the libraries below
 //
 // No object is shared between threads but the log and the tables that never change. Importers and
 // loaders own the records that they hand out, and while idle neither a file nor a demuxer.

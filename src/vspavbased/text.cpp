@@ -99,4 +99,13 @@ std::string toAscii(const std::string& text)
     return encode(decoded, 0x7F);
 }
 
+std::string toUpper(std::string text)
+{
+    for (char& c : text) {
+        if (c >= 'a' && c <= 'z')
+            c = static_cast<char>(c - 'a' + 'A');
+    }
+    return text;
+}
+
 } // namespace engine

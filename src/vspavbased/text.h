@@ -14,4 +14,7 @@ std::string toUtf8(const std::string& text);
 std::string toLatin1(const std::string& text);
 std::string toAscii(const std::string& text);
 
+/// `text` with its ASCII letters in upper case, for names that are compared without regard to it.
+std::string toUpper(std::string text);
+
 } // namespace engine

@@ -88,6 +88,7 @@ void FrameReader::restart(bool fromKeyframe)
     m_decoder->flush();
     m_awaitsKeyframe = fromKeyframe;
     m_drained = false;
+    m_lastPosition = -1;
 }
 
 /// Gives the decoder the stream's next packet, or the news that there is none. False when the time
@@ -101,6 +102,8 @@ bool FrameReader::sendNextPacket()
             return true;
         }
         const bool isOurs = m_packet->stream_index == m_stream->index;
+        if (isOurs)
+            completePosition();
         const bool isKeyframe = m_packet->flags & AV_PKT_FLAG_KEY;
         if (isOurs && (isKeyframe || !m_awaitsKeyframe)) {
             m_awaitsKeyframe = false;
@@ -111,6 +114,15 @@ bool FrameReader::sendNextPacket()
         av_packet_unref(m_packet.get());
     }
     return false;
+}
+
+/// Pictures so small that they begin in the container's same packet as the one before have no
+/// position of their own: they get that one's.
+void FrameReader::completePosition()
+{
+    if (m_packet->pos < 0)
+        m_packet->pos = m_lastPosition;
+    m_lastPosition = m_packet->pos;
 }
 
 } // namespace engine

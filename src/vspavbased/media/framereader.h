@@ -34,6 +34,7 @@ private:
                 std::unique_ptr<VideoDecoder> decoder);
 
     bool sendNextPacket();
+    void completePosition();
 
     std::unique_ptr<Demuxer> m_demuxer;
     AVStream* m_stream; ///< of m_demuxer
@@ -41,6 +42,7 @@ private:
     PacketPtr m_packet;
     bool m_awaitsKeyframe = true;
     bool m_drained = false;
+    std::int64_t m_lastPosition = -1; ///< of a packet of the stream, in bytes
 };
 
 } // namespace engine

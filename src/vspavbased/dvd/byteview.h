@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace engine {
+
+/// A look at bytes that belong to somebody else, with big-endian numbers. Nothing outside is read:
+/// what does not lie inside is 0, and parts end where the bytes end. Who has to tell the two apart
+/// asks holds().
+class ByteView
+{
+public:
+    ByteView() = default;
+    ByteView(const std::uint8_t* data, std::size_t size)
+        : m_data(data)
+        , m_size(size)
+    {}
+
+    const std::uint8_t* data() const { return m_data; }
+    std::size_t size() const { return m_size; }
+
+    bool holds(std::size_t offset, std::size_t length) const
+    {
+        return offset <= m_size && length <= m_size - offset;
+    }
+
+    bool beginsWith(std::string_view text) const
+    {
+        return holds(0, text.size()) && std::equal(text.begin(), text.end(), m_data);
+    }
+
+    ByteView part(std::size_t offset, std::size_t length) const
+    {
+        if (offset >= m_size)
+            return {};
+        return {m_data + offset, std::min(length, m_size - offset)};
+    }
+    ByteView from(std::size_t offset) const { return part(offset, m_size); }
+
+    std::uint8_t u8(std::size_t offset) const
+    {
+        return holds(offset, 1) ? m_data[offset] : std::uint8_t{0};
+    }
+    std::uint16_t u16(std::size_t offset) const
+    {
+        if (!holds(offset, 2))
+            return 0;
+        return static_cast<std::uint16_t>(m_data[offset] << 8 | m_data[offset + 1]);
+    }
+    std::uint32_t u32(std::size_t offset) const
+    {
+        if (!holds(offset, 4))
+            return 0;
+        return std::uint32_t{u16(offset)} << 16 | u16(offset + 2);
+    }
+
+private:
+    const std::uint8_t* m_data = nullptr;
+    std::size_t m_size = 0;
+};
+
+} // namespace engine

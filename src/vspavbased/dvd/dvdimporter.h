@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "dvd/titlerecords.h"
+#include "dvd/videomanager.h"
+#include "opening.h"
+#include "vspavbased/iavimporter.h"
+#include "vspavbased/idvdinfo.h"
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace engine {
+
+/// A DVD: its movies are the titles of all title sets in order, and their ids count them from 0.
+/// Between description and source nothing of the disc is kept open, and of its tables only the
+/// records: a source reads those of its title set anew.
+class DvdImporter final : public AVBased::IAVImporter, private AVBased::IDVDInfo
+{
+public:
+    static Opening open(const std::string& path);
+
+    const AVBased::AVImporterDescriptor* descriptor() override;
+    void* queryExtension(const char* name) override;
+    std::uint32_t movieCount() override;
+    const AVBased::AVMovieInfo* movieInfo(std::uint32_t index) override;
+    AVBased::IAVSource* openSource(std::int32_t movieId, std::int32_t videoStreamId,
+                                   std::int32_t audioStreamId) override;
+    void close() override;
+    void release() override;
+
+private:
+    DvdImporter(const DvdLocation& location, const DvdDisc& disc);
+    ~DvdImporter() = default;
+
+    std::uint32_t titleSetCount() override;
+    const AVBased::DVDTitleSetInfo* titleSet(std::uint32_t index) override;
+    bool isDiscScrambled(const char* utf8Path) override;
+    bool isMainTitle(std::int32_t movieId) override;
+
+    void addMovie(const DvdDisc& disc, const DvdTitleSet& set, const DvdTitle& title);
+
+    DvdLocation m_location;
+    std::deque<TitleSetRecord> m_titleSets;
+    std::deque<MovieRecord> m_movies;
+    std::vector<std::optional<TitleReference>> m_titles; ///< by movie; none for what has no picture
+    std::optional<std::size_t> m_mainMovie;
+};
+
+} // namespace engine

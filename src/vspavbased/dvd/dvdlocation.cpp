@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "dvd/dvdlocation.h"
+
+#include "text.h"
+
+#include <filesystem>
+
+namespace engine {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+
+/// The directory of `folder` that is called VIDEO_TS, in whatever case.
+std::optional<fs::path> findVideoTs(const fs::path& folder)
+{
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        if (toUpper(entry->path().filename().string()) == "VIDEO_TS" && entry->is_directory(error))
+            return entry->path();
+    }
+    return std::nullopt;
+}
+
+/// What a person would call the disc whose files lie in `videoTs`.
+std::string discNameOf(const fs::path& videoTs)
+{
+    const bool isVideoTs = toUpper(videoTs.filename().string()) == "VIDEO_TS";
+    return (isVideoTs ? videoTs.parent_path() : videoTs).filename().string();
+}
+
+std::optional<DvdLocation> locateFolder(const fs::path& folder)
+{
+    DvdLocation location;
+    if (const auto videoTs = findVideoTs(folder)) {
+        location.path = videoTs->string();
+        location.name = folder.filename().string();
+        return location;
+    }
+    if (toUpper(folder.filename().string()) != "VIDEO_TS")
+        return std::nullopt;
+    location.path = folder.string();
+    location.name = discNameOf(folder);
+    return location;
+}
+
+/// VTS_nn_0.IFO stands for its title set, every other IFO file for the disc.
+DvdLocation locateIfo(const fs::path& file)
+{
+    DvdLocation location;
+    location.path = file.parent_path().string();
+    location.name = discNameOf(file.parent_path());
+    const std::string name = toUpper(file.filename().string());
+    if (name.size() == 12 && name.compare(0, 4, "VTS_") == 0 && isDigit(name[4]) &&
+        isDigit(name[5]) && name.compare(6, 6, "_0.IFO") == 0)
+        location.titleSet = (name[4] - '0') * 10 + (name[5] - '0');
+    return location;
+}
+
+bool isImageSuffix(const std::string& suffix)
+{
+    return suffix == ".ISO" || suffix == ".IMG" || suffix == ".UDF";
+}
+
+} // namespace
+
+std::optional<DvdLocation> locateDvd(const std::string& path)
+{
+    const std::size_t end = path.find_last_not_of('/');
+    if (end == std::string::npos)
+        return std::nullopt;
+    const bool hasSeparator = end + 1 < path.size();
+
+    std::error_code error;
+    fs::path item = fs::absolute(path.substr(0, end + 1), error).lexically_normal();
+    if (!item.has_filename()) // of "folder/."
+        item = item.parent_path();
+    const fs::file_status status = fs::status(item, error);
+    if (fs::is_directory(status))
+        return locateFolder(item);
+    if (!fs::is_regular_file(status))
+        return std::nullopt;
+    const std::string suffix = toUpper(item.extension().string());
+    if (suffix == ".IFO")
+        return locateIfo(item);
+    if (hasSeparator || isImageSuffix(suffix)) {
+        DvdLocation location;
+        location.kind = DvdLocation::Kind::image;
+        location.path = item.string();
+        location.name = item.stem().string();
+        return location;
+    }
+    return std::nullopt;
+}
+
+} // namespace engine

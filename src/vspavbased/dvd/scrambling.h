@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "dvd/byteview.h"
+#include "dvd/titlevobs.h"
+
+namespace engine {
+
+/// Whether the sector holds a packet of sound or picture that says it is scrambled. Of a scrambled
+/// title's sectors many are in the clear.
+bool isScrambledSector(const ByteView& sector);
+
+/// Whether a few samples of the video hold scrambled sectors.
+bool isScrambled(TitleVobs& vobs);
+
+} // namespace engine

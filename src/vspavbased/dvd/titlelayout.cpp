@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "dvd/titlelayout.h"
+
+#include "log.h"
+
+#include <algorithm>
+
+namespace engine {
+
+namespace {
+
+/// Several times what the longest titles have. Tables may claim more by naming the same sectors
+/// again and again; what comes behind is left out.
+constexpr std::size_t mostVobus = 200000;
+constexpr std::size_t mostPieces = 200000;
+
+/// The element that holds `sector`, when each has a title sector and reaches to the next one's.
+template <typename Place>
+std::size_t indexOf(const std::vector<Place>& places, std::uint64_t sector)
+{
+    const auto behind = std::upper_bound(
+        places.begin(), places.end(), sector,
+        [](std::uint64_t wanted, const Place& place) { return wanted < place.titleSector; });
+    return behind == places.begin() ? 0 : static_cast<std::size_t>(behind - places.begin()) - 1;
+}
+
+} // namespace
+
+TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t sectorCount)
+{
+    Ticks start = 0;
+    for (const Cell& cell : title.cells) {
+        m_cells.push_back({start, m_vobus.size(), 0});
+        if (m_vobus.size() < mostVobus && m_pieces.size() < mostPieces)
+            placeCell(set, cell, sectorCount);
+        else
+            log("a title of too many parts");
+        m_cells.back().vobuCount = m_vobus.size() - m_cells.back().firstVobu;
+        start += cell.duration;
+    }
+}
+
+/// The sectors from a cell's first to its last are its own, unless it is interleaved with others.
+void TitleLayout::placeCell(const TitleSet& set, const Cell& cell, std::uint64_t sectorCount)
+{
+    const CellAddress whole{cell.vobId, cell.cellId, cell.firstSector, cell.lastSector};
+    auto [address, end] =
+        std::equal_range(set.cellAddresses.begin(), set.cellAddresses.end(), whole);
+    if (address == end)
+        placePiece(set, whole, sectorCount);
+    for (; address != end && m_pieces.size() < mostPieces; ++address)
+        placePiece(set, *address, sectorCount);
+}
+
+void TitleLayout::placePiece(const TitleSet& set, const CellAddress& address,
+                             std::uint64_t sectorCount)
+{
+    const std::uint64_t first = address.firstSector;
+    const std::uint64_t last = std::min<std::uint64_t>(address.lastSector, sectorCount - 1);
+    if (first >= sectorCount || last < first)
+        return;
+    const std::size_t cell = m_cells.size() - 1;
+    const auto begin = std::lower_bound(set.vobuSectors.begin(), set.vobuSectors.end(), first);
+    const auto end = std::upper_bound(begin, set.vobuSectors.end(), last);
+    // Wherever the map may put them, the first sector of a piece begins one.
+    if (begin == end || *begin != first)
+        m_vobus.push_back({m_sectorCount, cell});
+    for (auto sector = begin; sector != end && m_vobus.size() < mostVobus; ++sector)
+        m_vobus.push_back({m_sectorCount + (*sector - first), cell});
+    m_pieces.push_back({m_sectorCount, first, last - first + 1});
+    m_sectorCount += last - first + 1;
+}
+
+std::size_t TitleLayout::cellAt(Ticks time) const
+{
+    std::size_t found = m_vobus.front().cell;
+    for (std::size_t i = found; i < m_cells.size() && m_cells[i].start <= time; ++i) {
+        if (m_cells[i].vobuCount > 0)
+            found = i;
+    }
+    return found;
+}
+
+std::size_t TitleLayout::vobuAtSector(std::uint64_t titleSector) const
+{
+    return indexOf(m_vobus, titleSector);
+}
+
+TitleLayout::Piece TitleLayout::locate(std::uint64_t titleSector) const
+{
+    if (titleSector >= m_sectorCount)
+        return {titleSector, 0, 0};
+    const Piece& piece = m_pieces[indexOf(m_pieces, titleSector)];
+    const std::uint64_t offset = titleSector - piece.titleSector;
+    return {titleSector, piece.discSector + offset, piece.count - offset};
+}
+
+} // namespace engine

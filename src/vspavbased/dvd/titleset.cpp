@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "dvd/titleset.h"
+
+#include <algorithm>
+#include <map>
+
+namespace engine {
+
+namespace {
+
+constexpr TableFormat chapterTable{"chapter table", 0xC8, 8, 4, true};
+constexpr TableFormat chainTable{"program chain table", 0xCC, 8, 8, true};
+constexpr TableFormat cellAddressTable{"cell address table", 0xE0, 8, 12, false};
+constexpr TableFormat vobuTable{"VOBU address map", 0xE4, 4, 4, false};
+
+/// More than discs may have; tables may claim more by naming the same bytes again and again.
+constexpr std::size_t mostTitles = 99;
+constexpr std::size_t mostChapters = 999;
+constexpr std::size_t mostCells = 5000;
+
+/// Reads the titles of one set.
+class TitleParser
+{
+public:
+    TitleParser(const ByteView& ifo, const VideoAttributes& video, const IfoTable& chapters,
+                const IfoTable& chains, IfoFindings& findings)
+        : m_ifo(ifo)
+        , m_video(video)
+        , m_chapters(chapters)
+        , m_chains(chains)
+        , m_findings(findings)
+    {}
+
+    Title parse(std::size_t index);
+
+private:
+    using ProgramStarts = std::vector<std::optional<Ticks>>;
+
+    ByteView chapterEntries(std::size_t index);
+    std::optional<ProgramChain> parseChain(std::size_t number);
+    ProgramStarts append(const ProgramChain& chain, Title& title);
+
+    ByteView m_ifo;
+    const VideoAttributes& m_video;
+    const IfoTable& m_chapters;
+    const IfoTable& m_chains;
+    IfoFindings& m_findings;
+};
+
+/// The title plays the chains that its chapters name, each once.
+Title TitleParser::parse(std::size_t index)
+{
+    Title title;
+    std::map<std::size_t, ProgramStarts> startsOfChains;
+    const ByteView entries = chapterEntries(index);
+    const std::size_t count = std::min(entries.size() / 4, mostChapters);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t chainNumber = entries.u16(4 * i);
+        const std::size_t program = entries.u16(4 * i + 2);
+        auto known = startsOfChains.find(chainNumber);
+        if (known == startsOfChains.end()) {
+            const auto chain = parseChain(chainNumber);
+            const ProgramStarts starts = chain ? append(*chain, title) : ProgramStarts();
+            known = startsOfChains.emplace(chainNumber, starts).first;
+        }
+        const ProgramStarts& starts = known->second;
+        if (program >= 1 && program <= starts.size() && starts[program - 1])
+            title.chapterStarts.push_back(*starts[program - 1]);
+        else
+            m_findings.add("a chapter that leads nowhere");
+    }
+    return title;
+}
+
+/// The title's chapters, each a number of a chain and one of a program in it.
+ByteView TitleParser::chapterEntries(std::size_t index)
+{
+    const std::size_t entry = chapterTable.headerSize + 4 * index;
+    const bool isLast = index + 1 == m_chapters.entryCount;
+    const std::size_t begin = m_chapters.bytes.u32(entry);
+    const std::size_t end = isLast ? m_chapters.bytes.size() : m_chapters.bytes.u32(entry + 4);
+    if (begin >= end || end > m_chapters.bytes.size()) {
+        m_findings.add("a title whose chapters lie outside the table");
+        return {};
+    }
+    return m_chapters.bytes.part(begin, end - begin);
+}
+
+/// Chains are numbered from 1.
+std::optional<ProgramChain> TitleParser::parseChain(std::size_t number)
+{
+    if (number < 1 || number > m_chains.entryCount) {
+        m_findings.add("a chapter of a program chain that does not exist");
+        return std::nullopt;
+    }
+    const std::size_t entry = chainTable.headerSize + chainTable.entrySize * (number - 1);
+    const std::size_t offset = m_chains.bytes.u32(entry + 4);
+    return parseProgramChain(m_chains.rest.from(offset), m_video.isNtsc, m_findings);
+}
+
+/// Lets the title go on with `chain`: where in the title each of the chain's programs begins.
+TitleParser::ProgramStarts TitleParser::append(const ProgramChain& chain, Title& title)
+{
+    if (title.cells.size() + chain.cells.size() > mostCells) {
+        m_findings.add("a title of too many cells");
+        return {};
+    }
+    if (title.cells.empty()) {
+        title.audio = parseAudioTracks(m_ifo, chain, m_findings);
+        title.subpictures = parseSubpictureTracks(m_ifo, chain, m_video.isWide(), m_findings);
+    }
+    std::vector<Ticks> cellStarts;
+    for (const Cell& cell : chain.cells) {
+        cellStarts.push_back(title.duration);
+        if (cell.isOtherAngle)
+            continue;
+        title.cells.push_back(cell);
+        title.duration += cell.duration;
+    }
+    ProgramStarts starts;
+    for (const int cell : chain.programs) {
+        const auto index = static_cast<std::size_t>(cell - 1);
+        starts.push_back(index < cellStarts.size() ? std::optional(cellStarts[index])
+                                                   : std::nullopt);
+    }
+    return starts;
+}
+
+std::vector<CellAddress> parseCellAddresses(const ByteView& ifo, IfoFindings& findings)
+{
+    std::vector<CellAddress> addresses;
+    const auto table = findTable(ifo, cellAddressTable, findings);
+    for (std::size_t i = 0; table && i < table->entryCount; ++i) {
+        const ByteView entry =
+            table->bytes.from(cellAddressTable.headerSize + cellAddressTable.entrySize * i);
+        addresses.push_back({entry.u16(0), entry.u8(2), entry.u32(4), entry.u32(8)});
+    }
+    std::stable_sort(addresses.begin(), addresses.end());
+    return addresses;
+}
+
+std::vector<std::uint32_t> parseVobuSectors(const ByteView& ifo, IfoFindings& findings)
+{
+    std::vector<std::uint32_t> sectors;
+    const auto table = findTable(ifo, vobuTable, findings);
+    for (std::size_t i = 0; table && i < table->entryCount; ++i)
+        sectors.push_back(table->bytes.u32(vobuTable.headerSize + vobuTable.entrySize * i));
+    if (!std::is_sorted(sectors.begin(), sectors.end())) {
+        findings.add("the VOBU address map is out of order");
+        std::sort(sectors.begin(), sectors.end());
+    }
+    return sectors;
+}
+
+} // namespace
+
+std::optional<TitleSet> parseTitleSet(const ByteView& ifo, IfoFindings& findings)
+{
+    if (!ifo.beginsWith("DVDVIDEO-VTS")) {
+        findings.add("no IFO file of a title set");
+        return std::nullopt;
+    }
+    const auto chapters = findTable(ifo, chapterTable, findings);
+    const auto chains = findTable(ifo, chainTable, findings);
+    if (!chapters || !chains)
+        return std::nullopt;
+
+    TitleSet set;
+    set.video = parseVideoAttributes(ifo);
+    TitleParser parser(ifo, set.video, *chapters, *chains, findings);
+    for (std::size_t i = 0; i < std::min(chapters->entryCount, mostTitles); ++i)
+        set.titles.push_back(parser.parse(i));
+    set.cellAddresses = parseCellAddresses(ifo, findings);
+    set.vobuSectors = parseVobuSectors(ifo, findings);
+    return set;
+}
+
+} // namespace engine

@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
+// What is read from a DVD's tables, on invented ones: discs that cannot be authored here.
+#include "dvd/maintitle.h"
+#include "dvd/scrambling.h"
+#include "dvd/titlelayout.h"
+#include "dvd/titleset.h"
+
+#include <QtTest/QtTest>
+
+using namespace engine;
+
+namespace {
+
+/// Bytes that grow when something is put behind their end; numbers are big-endian.
+class Bytes
+{
+public:
+    explicit Bytes(int size = 0)
+        : m_bytes(size, 0)
+    {}
+
+    void put(int offset, std::uint32_t value, int width)
+    {
+        if (m_bytes.size() < offset + width)
+            m_bytes.append(QByteArray(offset + width - m_bytes.size(), 0));
+        for (int i = 0; i < width; ++i)
+            m_bytes[offset + i] = char(value >> (8 * (width - 1 - i)));
+    }
+    void put(int offset, const QByteArray& bytes) { m_bytes.replace(offset, bytes.size(), bytes); }
+
+    ByteView view() const
+    {
+        return {reinterpret_cast<const std::uint8_t*>(m_bytes.constData()),
+                std::size_t(m_bytes.size())};
+    }
+
+private:
+    QByteArray m_bytes;
+};
+
+/// A cell of so many seconds; `block` is the first byte of its description.
+struct CellSketch
+{
+    int seconds;
+    int block = 0;
+};
+
+/// Writes a program chain in which each of `programs` begins with that cell.
+void putChain(Bytes& ifo, int offset, const QList<CellSketch>& cells, const QList<int>& programs)
+{
+    const int map = 236;
+    const int playback = map + programs.size();
+    const int position = playback + 24 * cells.size();
+    ifo.put(offset + 2, programs.size(), 1);
+    ifo.put(offset + 3, cells.size(), 1);
+    ifo.put(offset + 230, map, 2);
+    ifo.put(offset + 232, playback, 2);
+    ifo.put(offset + 234, position, 2);
+    for (int i = 0; i < programs.size(); ++i)
+        ifo.put(offset + map + i, programs[i], 1);
+    for (int i = 0; i < cells.size(); ++i) {
+        ifo.put(offset + playback + 24 * i, cells[i].block, 1);
+        ifo.put(offset + playback + 24 * i + 6, cells[i].seconds / 10 * 16 + cells[i].seconds % 10,
+                1);
+        ifo.put(offset + playback + 24 * i + 7, 0x40, 1);
+        ifo.put(offset + position + 4 * i, 1, 2);
+        ifo.put(offset + position + 4 * i + 3, i + 1, 1);
+    }
+}
+
+/// A set of one title, whose chapters are given as chain and program, in two chains.
+Bytes titleSetOf(const QList<QPair<int, int>>& chapters, const QList<CellSketch>& first,
+                 const QList<CellSketch>& second)
+{
+    const int chapterTable = 2048;
+    const int chainTable = 2 * 2048;
+    Bytes ifo(3 * 2048);
+    ifo.put(0, QByteArray("DVDVIDEO-VTS"));
+    ifo.put(0xC8, 1, 4);
+    ifo.put(0xCC, 2, 4);
+    ifo.put(0x200, 0x10, 1); // PAL
+    ifo.put(chapterTable, 1, 2);
+    ifo.put(chapterTable + 4, 12 + 4 * chapters.size() - 1, 4);
+    ifo.put(chapterTable + 8, 12, 4);
+    for (int i = 0; i < chapters.size(); ++i) {
+        ifo.put(chapterTable + 12 + 4 * i, chapters[i].first, 2);
+        ifo.put(chapterTable + 14 + 4 * i, chapters[i].second, 2);
+    }
+    ifo.put(chainTable, 2, 2);
+    ifo.put(chainTable + 4, 2047, 4);
+    ifo.put(chainTable + 12, 100, 4);
+    ifo.put(chainTable + 20, 1000, 4);
+    putChain(ifo, chainTable + 100, first, {1, 2});
+    putChain(ifo, chainTable + 1000, second, {1});
+    return ifo;
+}
+
+DvdTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
+{
+    DvdTitle title;
+    for (const auto& [number, seconds] : cells) {
+        Cell cell;
+        cell.cellId = number;
+        cell.duration = seconds * ticksPerSecond;
+        title.facts.cells.push_back(cell);
+        title.facts.duration += cell.duration;
+    }
+    return title;
+}
+
+using Titles = std::vector<DvdTitle>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(Titles)
+
+class DvdTablesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void times_data();
+    void times();
+    void aTitlePlaysItsChainsAndOneAngle();
+    void chaptersThatLeadNowhereAreLeftOut();
+    void interleavedCellsAreReadInTheirPieces();
+    void findsTheMainTitle_data();
+    void findsTheMainTitle();
+    void scrambledSectors();
+};
+
+void DvdTablesTest::times_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<bool>("isNtsc");
+    QTest::addColumn<double>("seconds");
+    QTest::newRow("PAL") << 0x01020364u << false << 3723.96;
+    // An hour of NTSC, as it is counted, lasts 3.6 s longer.
+    QTest::newRow("NTSC") << 0x010000C0u << true << 3603.6;
+    QTest::newRow("NTSC pictures") << 0x000319E5u << true << 5995 * 1001 / 30000.0;
+    QTest::newRow("without a rate, NTSC") << 0x00001000u << true << 10.01;
+    QTest::newRow("without a rate, PAL") << 0x00001000u << false << 10.0;
+    QTest::newRow("no decimal number") << 0x00A00040u << false << -1.0;
+}
+
+void DvdTablesTest::times()
+{
+    QFETCH(quint32, code);
+    QFETCH(bool, isNtsc);
+    QFETCH(double, seconds);
+    Bytes bytes;
+    bytes.put(0, code, 4);
+    const auto time = parseTime(bytes.view(), isNtsc);
+    QVERIFY(qAbs((time ? inSeconds(*time) : -1.0) - seconds) < 0.001);
+}
+
+void DvdTablesTest::aTitlePlaysItsChainsAndOneAngle()
+{
+    // The second chain has a block of three angles between two plain cells.
+    const Bytes ifo = titleSetOf({{1, 1}, {1, 2}, {2, 1}}, {{10}, {20}},
+                                 {{5}, {30, 0x50}, {30, 0x90}, {30, 0xD0}, {7}});
+    IfoFindings findings("test");
+    const auto set = parseTitleSet(ifo.view(), findings);
+    QVERIFY(set && set->titles.size() == 1);
+    const Title& title = set->titles.front();
+    QCOMPARE(inSeconds(title.duration), 72.0);
+    QCOMPARE(title.cells.size(), std::size_t(5));
+    QCOMPARE(title.chapterStarts,
+             (std::vector<Ticks>{0, 10 * ticksPerSecond, 30 * ticksPerSecond}));
+}
+
+void DvdTablesTest::chaptersThatLeadNowhereAreLeftOut()
+{
+    const Bytes ifo =
+        titleSetOf({{0, 1}, {1, 2}, {1, 0}, {1, 3}, {3, 1}, {0xFFFF, 0xFFFF}}, {{10}, {20}}, {});
+    IfoFindings findings("test");
+    const auto set = parseTitleSet(ifo.view(), findings);
+    QVERIFY(set);
+    QCOMPARE(set->titles.at(0).chapterStarts, std::vector<Ticks>{10 * ticksPerSecond});
+    QCOMPARE(inSeconds(set->titles.at(0).duration), 30.0);
+}
+
+/// The cells 2 and 3 are angles of the same time, and lie in turns.
+void DvdTablesTest::interleavedCellsAreReadInTheirPieces()
+{
+    TitleSet set;
+    set.cellAddresses = {{1, 1, 0, 99},    {1, 2, 100, 149}, {1, 2, 200, 249},
+                         {1, 3, 150, 199}, {1, 3, 250, 299}, {1, 4, 300, 0xFFFFFFFF}};
+    set.vobuSectors = {0, 50, 100, 130, 150, 200, 250, 300};
+    Title title;
+    for (const int id : {1, 2, 4}) {
+        Cell cell;
+        cell.vobId = 1;
+        cell.cellId = id;
+        cell.duration = ticksPerSecond;
+        title.cells.push_back(cell);
+    }
+    const TitleLayout layout(set, title, 400);
+    QCOMPARE(layout.sectorCount(), std::uint64_t(300));
+    const std::uint64_t places[][3] = {// title sector, disc sector, and how many follow there
+                                       {0, 0, 100},    {99, 99, 1},     {149, 149, 1},
+                                       {150, 200, 50}, {200, 300, 100}, {300, 0, 0}};
+    for (const auto& place : places) {
+        const TitleLayout::Piece piece = layout.locate(place[0]);
+        QCOMPARE(piece.discSector, place[1]);
+        QCOMPARE(piece.count, place[2]);
+    }
+    std::vector<std::uint64_t> vobus;
+    for (const TitleLayout::Vobu& vobu : layout.vobus())
+        vobus.push_back(vobu.titleSector);
+    QCOMPARE(vobus, (std::vector<std::uint64_t>{0, 50, 100, 130, 150, 200}));
+    QCOMPARE(layout.cellAt(ticksPerSecond), std::size_t(1));
+    QCOMPARE(layout.cellAt(100 * ticksPerSecond), std::size_t(2));
+}
+
+void DvdTablesTest::findsTheMainTitle_data()
+{
+    QTest::addColumn<Titles>("titles");
+    QTest::addColumn<int>("expected");
+
+    QTest::newRow("nothing to play") << Titles{titleOf({}), titleOf({{1, 0}})} << -1;
+    QTest::newRow("the longest") << Titles{titleOf({{1, 10}}), titleOf({{2, 90}}),
+                                           titleOf({{3, 50}})}
+                                 << 1;
+    QTest::newRow("the first of equal ones")
+        << Titles{titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 90}})} << 1;
+    QTest::newRow("the film twice")
+        << Titles{titleOf({{1, 45}, {2, 45}, {1, 45}, {2, 45}}), titleOf({{1, 45}, {2, 45}})} << 1;
+    QTest::newRow("the film twice, with a trailer")
+        << Titles{titleOf({{1, 90}, {3, 2}, {1, 90}}), titleOf({{1, 90}}), titleOf({{3, 2}})} << 1;
+    QTest::newRow("a part of the film")
+        << Titles{titleOf({{2, 45}}), titleOf({{1, 45}, {2, 45}})} << 1;
+    QTest::newRow("all episodes") << Titles{titleOf({{1, 40}}), titleOf({{2, 40}}),
+                                            titleOf({{1, 40}, {2, 40}})}
+                                  << 2;
+    QTest::newRow("a logo shown twice in the film")
+        << Titles{titleOf({{1, 1}}), titleOf({{1, 1}, {2, 90}, {1, 1}})} << 1;
+}
+
+void DvdTablesTest::findsTheMainTitle()
+{
+    QFETCH(Titles, titles);
+    QFETCH(int, expected);
+    DvdDisc disc;
+    // A set in front, whose cells have the same numbers but are others.
+    disc.titleSets = {{1, true, {}, {titleOf({{1, 5}, {1, 5}})}}, {2, true, {}, titles}};
+    const auto found = findMainTitle(disc);
+    QCOMPARE(found ? int(*found) : -1, expected < 0 ? 0 : expected + 1);
+}
+
+void DvdTablesTest::scrambledSectors()
+{
+    Bytes sector(2048);
+    sector.put(0, 0x000001BA, 4);
+    sector.put(13, 0xFA, 1); // two bytes of stuffing
+    sector.put(16, 0x000001E0, 4);
+    sector.put(22, 0x81, 1);
+    QVERIFY(!isScrambledSector(sector.view()));
+    sector.put(22, 0x91, 1);
+    QVERIFY(isScrambledSector(sector.view()));
+    sector.put(19, 0xBF, 1); // a navigation packet has no such flags
+    QVERIFY(!isScrambledSector(sector.view()));
+    QVERIFY(!isScrambledSector(sector.view().part(0, 20)));
+}
+
+QTEST_GUILESS_MAIN(DvdTablesTest)
+#include "tst_dvdtables.moc"
