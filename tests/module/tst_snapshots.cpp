@@ -243,6 +243,8 @@ void SnapshotsTest::namesStayInTheFolder_data()
                                    << "a#b%41?c";
     QTest::newRow("letters") << QStringLiteral("\u00e9\u6620.mp4")
                              << QStringLiteral("\u00e9\u6620");
+    QTest::newRow("too long") << QString(80, QChar(0x6620)) + "ab.mp4"
+                              << QString(66, QChar(0x6620));
     QTest::newRow("marks of arguments") << "%1%2.mp4"
                                         << "%1%2";
 }

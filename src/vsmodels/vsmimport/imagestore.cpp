@@ -16,6 +16,9 @@ namespace {
 
 const int writerDefaultQuality = -1;
 
+/// Bytes. File systems take 255 for a name, numbers and suffix included.
+const int longestPart = 200;
+
 bool isUnsafe(QChar c)
 {
     return c == QLatin1Char('/') || c == QLatin1Char('\\') || c.category() == QChar::Other_Control;
@@ -51,6 +54,8 @@ QString imageNamePart(const QString& text)
         if (leading || isUnsafe(c))
             part[i] = QLatin1Char('_');
     }
+    while (QFile::encodeName(part).size() > longestPart)
+        part.chop(part.at(part.length() - 1).isLowSurrogate() ? 2 : 1);
     return part;
 }
 

@@ -10,7 +10,8 @@ namespace Vesk {
 /// The files of snapshots.
 
 /// `text` as one part of a picture's name. Texts come from files and discs: separators, control
-/// characters and leading dots become "_", so that no picture lands outside its folder.
+/// characters and leading dots become "_", so that no picture lands outside its folder, and what is
+/// too long for a file's name with the rest behind it is cut.
 QString imageNamePart(const QString& text);
 
 /// The URL under which programs find the picture at `path`: three slashes, an absolute path, and
