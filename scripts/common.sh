@@ -33,9 +33,12 @@ install_packages() {
         fi
     fi
     echo "Installing ${missing[*]}" >&2
-    "${as_root[@]}" apt-get update -qq >&2
-    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
+    local log=$root/build/install.log
+    mkdir -p "$root/build"
+    "${as_root[@]}" apt-get update -qq >"$log" 2>&1 \
+        && "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "${missing[@]}" >>"$log" 2>&1 \
+        || { cat "$log" >&2; fail "cannot install"; }
 }
 
 # build PRESET [TARGET…] - configures if need be and builds, quietly unless something fails.
