@@ -8,7 +8,7 @@ build_packages=(
     libswscale-dev libdvdread-dev libbluray-dev libudfread-dev libicu-dev ffmpeg dvdauthor
 )
 test_packages=(
-    "${build_packages[@]}" clang-format clang-tidy genisoimage procps
+    "${build_packages[@]}" clang-format clang-tidy genisoimage git
 )
 
 fail() {
