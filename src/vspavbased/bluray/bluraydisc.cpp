@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/bluraydisc.h"
 
-#include "bluray/discfiles.h"
 #include "bluray/discname.h"
 #include "bluray/navigationfile.h"
 #include "bluray/playlist.h"
 #include "bluray/streamfile.h"
 #include "deadline.h"
+#include "disc/discfiles.h"
 #include "log.h"
+#include "text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -28,13 +29,6 @@ constexpr std::chrono::minutes discLimit{2};
 const char* const rootFolders[] = {"BDMV", "BDAV"};
 const char* const protectionFiles[] = {"AACS/Unit_Key_RO.inf", "AACS/Unit_Key_RW.inf",
                                        "BDSVM/00000.svm"};
-
-std::string withoutTrailingSeparators(std::string path)
-{
-    while (path.size() > 1 && path.back() == '/')
-        path.pop_back();
-    return path;
-}
 
 /// The earliest and the latest time stamp at which playlists play a stream file.
 struct PlayedTimes

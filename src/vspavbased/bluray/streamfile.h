@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bluray/clipinformation.h"
-#include "bluray/discfiles.h"
+#include "disc/discfiles.h"
 #include "moviefacts.h"
 
 #include <optional>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "timeline/streamreader.h"
 
-#include "bluray/discfiles.h"
 #include "bluray/streamfile.h"
+#include "disc/discfiles.h"
 #include "log.h"
 #include "media/streamdescription.h"
 
