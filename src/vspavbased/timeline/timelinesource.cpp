@@ -10,7 +10,7 @@ namespace {
 /// What a picture takes: its frame is the fourth behind the position.
 constexpr int framesOfPicture = 4;
 
-constexpr std::int64_t ticksPerMs = ticksPerSecond / 1000;
+constexpr std::int64_t ticksPerMs = blurayTicksPerSecond / 1000;
 
 AVRational pixelAspectOf(const AVFrame& frame)
 {
