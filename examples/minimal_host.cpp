@@ -27,6 +27,8 @@ int main(int argc, char** argv)
     source.setForImport(true);
     Vesk::CImportModel model;
     QScopedPointer<Vesk::CImportReply> reply(model.open(source));
+    if (!reply)
+        return 1;
     QObject::connect(reply.data(), SIGNAL(finished()), &application, SLOT(quit()));
     application.exec();
 

@@ -45,9 +45,12 @@ public:
     QList<CBDFileClip*>& snapClips();
 
 private:
+    void clipMoved();
+
     CBDFilePrivate* d;
 
     Q_DISABLE_COPY(CBDFile)
+    friend class CBDFileClip;
 };
 
 } // namespace Vesk

@@ -72,7 +72,8 @@ Q_SIGNALS:
 
 public Q_SLOTS:
     /// Asks the import to stop before its next item, and returns. It still ends in order, with
-    /// importFinished() and finished().
+    /// importFinished() and finished(). An import that has not begun yet, some milliseconds after
+    /// open(), only gives finished(); one that waits for another to end cannot be stopped any more.
     void exit(int code = -1);
 
 protected:

@@ -5,7 +5,6 @@
 #include "vspbased/cveskobject.h"
 #include "vspimportglobal.h"
 
-#include <QtCore/QByteArray>
 #include <QtCore/QString>
 #include <QtGui/QImage>
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
 // Everything in which Qt 4.8 and Qt 5 differ for this project, in one place. The module and the
-// host layer otherwise use only API that both have.
+// host layer otherwise use only API that both have. One more stands in cimportplugin.h, where moc
+// has to see it.
 #pragma once
 
 #include <QtCore/QByteArray>
@@ -26,13 +27,16 @@ inline QString fromAscii(const char* text, int size = -1)
 #endif
 }
 
-/// Whole seconds since 1970-01-01 UTC, as Qt 4's toTime_t() counts them.
+/// Whole seconds since 1970-01-01 UTC, all bits set for a time that 32 bits cannot say.
 inline uint toTime_t(const QDateTime& time)
 {
-#if QT_VERSION < 0x050800
+#if QT_VERSION >= 0x050000
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+#endif
     return time.toTime_t();
-#else
-    return static_cast<uint>(time.toSecsSinceEpoch());
+#if QT_VERSION >= 0x050000
+    QT_WARNING_POP
 #endif
 }
 

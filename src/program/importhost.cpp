@@ -13,6 +13,7 @@
 #include "terminaltext.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSaveFile>
@@ -27,7 +28,7 @@ enum ExitStatus
 {
     AllImported = 0,
     SomethingMissing = 1,
-    CannotWrite = 2,
+    CannotRun = 2,
     Interrupted = 130
 };
 
@@ -105,7 +106,14 @@ bool writeJson(const QByteArray& json, const Options& options)
                    size_t(json.size()) &&
                std::fflush(stdout) == 0;
     }
+    // A pipe or device is written to, a file replaced once all of it is written.
+    const QFileInfo target(options.jsonFile);
+    if (target.exists() && !target.isFile()) {
+        QFile file(options.jsonFile);
+        return file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.flush();
+    }
     QSaveFile file(options.jsonFile);
+    file.setDirectWriteFallback(true);
     return file.open(QIODevice::WriteOnly) && file.write(json) == json.size() && file.commit();
 }
 
@@ -115,6 +123,10 @@ bool writeResults(const Options& options, const SourcePaths& paths, ImportSessio
     bool written = true;
     if (options.showsSummary())
         std::fputs(summaryOf(session).toLocal8Bit().constData(), stdout);
+    if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        say(QStringLiteral("cannot write the output"));
+        written = false;
+    }
     if (!options.jsonFile.isEmpty() && !writeJson(jsonOf(paths, session, log.records()), options)) {
         say(QStringLiteral("cannot write %1").arg(options.jsonFile));
         written = false;
@@ -138,15 +150,16 @@ int vspimportRun(const Options& options)
     ImportSession session(options);
     const Interrupt interrupt;
     QObject::connect(&interrupt, SIGNAL(interrupted()), &session, SLOT(stop()));
-    session.run(paths.sources, paths.undecodable);
-    if (!options.quiet)
-        sayLog(log.records());
+    const bool started = session.run(paths.sources, paths.undecodable);
+    sayLog(log.records());
+    if (!started)
+        return CannotRun;
     const bool written = writeResults(options, paths, session, log);
 
     if (session.wasStopped())
         return Interrupted;
     if (!written)
-        return CannotWrite;
+        return CannotRun;
     const bool everything = session.errors().isEmpty() && paths.missing.isEmpty() &&
                             paths.special.isEmpty() && paths.unreadable.isEmpty();
     return everything ? AllImported : SomethingMissing;

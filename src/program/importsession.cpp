@@ -3,6 +3,7 @@
 
 #include "cimportsource.h"
 #include "options.h"
+#include "startgate.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QFile>
@@ -34,7 +35,7 @@ QJsonObject percentEvent(const char* name, int percent)
 
 ImportSession::ImportSession(const Options& options)
     : m_options(options)
-    , m_progress(!options.quiet && !options.verbose)
+    , m_progress(!options.quiet)
 {
     qRegisterMetaType<Vesk::CImportTask*>("Vesk::CImportTask*");
     qRegisterMetaType<Vesk::CImportReply::ProcessType>("Vesk::CImportReply::ProcessType");
@@ -43,7 +44,7 @@ ImportSession::ImportSession(const Options& options)
 
 ImportSession::~ImportSession() = default;
 
-void ImportSession::run(const QStringList& sources, const QStringList& failed)
+bool ImportSession::run(const QStringList& sources, const QStringList& failed)
 {
     for (const QString& path : failed)
         m_model.importErrorProc(CImportModel::ErrorImportFalsed, path);
@@ -55,10 +56,13 @@ void ImportSession::run(const QStringList& sources, const QStringList& failed)
     source.setForConvert(m_options.forConvert);
     QEventLoop loop;
     connect(this, SIGNAL(ended()), &loop, SLOT(quit()));
-    m_reply.reset(m_model.open(source));
-    if (!m_reply)
-        return;
-    connectReply();
+    {
+        const std::lock_guard<std::recursive_mutex> hold(startGate());
+        m_reply.reset(m_model.open(source));
+        if (!m_reply)
+            return false;
+        connectReply();
+    }
     loop.exec();
     for (int i = 0; i < m_reply->tasks()->count(); ++i)
         m_tasks.emplace_back(static_cast<CImportTask*>(m_reply->tasks()->item(i)));
@@ -66,6 +70,7 @@ void ImportSession::run(const QStringList& sources, const QStringList& failed)
     m_snapPercent = m_reply->snapPercent();
     m_reply.reset();
     m_progress.clear();
+    return true;
 }
 
 /// Percentages are read when they are signalled, on the import's thread, and then queued among the
@@ -107,6 +112,7 @@ bool ImportSession::saveReport(const QString& fileName)
 void ImportSession::onTaskProcess(CImportTask* task, CImportReply::ProcessType type)
 {
     const bool isNew = type == CImportReply::ImportDone;
+    m_isAnswered = m_isAnswered || isNew;
     if (!isNew)
         ++m_itemsSnapped;
     QJsonObject event = eventOf("taskProcess");
@@ -119,6 +125,8 @@ void ImportSession::onTaskProcess(CImportTask* task, CImportReply::ProcessType t
 
 void ImportSession::onImportError(int type, const QString& url)
 {
+    // A file refused for its suffix is answered by this alone.
+    m_isAnswered = type == CImportModel::ErrorImportFalsed;
     m_errors.append({type, url});
     QJsonObject event = eventOf("importError");
     event.insert(QStringLiteral("type"), type);
@@ -129,6 +137,10 @@ void ImportSession::onImportError(int type, const QString& url)
 void ImportSession::onImportUrl(const QString& url)
 {
     ++m_itemsSeen;
+    // An import for conversion reports no errors, but a person wants to know.
+    if (!m_isAnswered)
+        m_unreported.append(url);
+    m_isAnswered = false;
     QJsonObject event = eventOf("importUrl");
     event.insert(QStringLiteral("url"), url);
     showEvent(event);

@@ -35,10 +35,13 @@ public:
 
     /// Imports `sources`, and returns when all is over. `failed` are items that the import cannot
     /// be given: they are reported as it would report them.
-    void run(const QStringList& sources, const QStringList& failed);
+    /// False when the import could not be started.
+    bool run(const QStringList& sources, const QStringList& failed);
 
     const std::vector<std::unique_ptr<Vesk::CImportTask>>& tasks() const { return m_tasks; }
     const QList<Error>& errors() const { return m_errors; }
+    /// Paths of items that gave neither a task nor an error.
+    const QStringList& unreported() const { return m_unreported; }
     bool wasStopped() const { return m_stopped; }
     int importPercent() const { return m_importPercent; }
     int snapPercent() const { return m_snapPercent; }
@@ -75,6 +78,8 @@ private:
     QScopedPointer<Vesk::CImportReply> m_reply;
     std::vector<std::unique_ptr<Vesk::CImportTask>> m_tasks;
     QList<Error> m_errors;
+    QStringList m_unreported;
+    bool m_isAnswered = false; ///< the item at hand gave a task or an error
     bool m_stopped = false;
     bool m_takesSnapshots = false; ///< the import phase is over
     int m_itemsSeen = 0;

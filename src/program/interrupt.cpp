@@ -35,8 +35,11 @@ Interrupt::Interrupt(QObject* parent)
         return;
     m_notifier.reset(new QSocketNotifier(ends[1], QSocketNotifier::Read));
     connect(m_notifier.data(), SIGNAL(activated(int)), this, SLOT(receive()));
-    for (const int number : signalNumbers)
-        std::signal(number, handleSignal);
+    for (const int number : signalNumbers) {
+        // A job in the background of a script is started with Ctrl-C ignored, and stays so.
+        if (std::signal(number, handleSignal) == SIG_IGN)
+            std::signal(number, SIG_IGN);
+    }
 }
 
 Interrupt::~Interrupt()

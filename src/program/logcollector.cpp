@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "logcollector.h"
 
+#include "startgate.h"
 #include "terminaltext.h"
 #include "vspavbased/enginelog.h"
 #include "vsputils/cveskexception.h"
@@ -9,22 +10,32 @@
 #include <QtCore/QMutexLocker>
 
 #include <cstdio>
+#include <unistd.h>
 
 namespace {
 
+/// Where the progress line may stand, it is drawn over.
 void showLine(const QString& text)
 {
-    std::fprintf(stderr, "%s\n", terminalText(text).toLocal8Bit().constData());
+    static const char* const toLineStart = isatty(STDERR_FILENO) ? "\r\x1b[K" : "";
+    std::fprintf(stderr, "%s%s\n", toLineStart, terminalText(text).toLocal8Bit().constData());
+}
+
+void waitForStart()
+{
+    const std::lock_guard<std::recursive_mutex> wait(startGate());
 }
 
 void showQtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 {
+    waitForStart();
     showLine(message);
 }
 
 /// Debug lines are for --verbose, and Qt's warnings are nothing that a person could act on.
 void dropQtMessage(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
+    waitForStart();
     if (type == QtCriticalMsg || type == QtFatalMsg)
         showLine(message);
 }

@@ -134,10 +134,6 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     options.reportFile = parser.value(QStringLiteral("report"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.verbose = parser.isSet(QStringLiteral("verbose"));
-    if (options.events && options.jsonToStandardOutput()) {
-        error = QStringLiteral("--events and --json - both want standard output");
-        return false;
-    }
     return true;
 }
 
@@ -167,10 +163,15 @@ bool parseImport(const QStringList& arguments, const QHash<QString, QByteArray>&
 bool parseReport(const QStringList& arguments, Options& options, QString& error)
 {
     QCommandLineParser parser;
-    parser.addOption({QStringLiteral("json"), QStringLiteral("As JSON.")});
+    parser.addOptions({{QStringLiteral("json"), QStringLiteral("As JSON.")},
+                       {{QStringLiteral("h"), QStringLiteral("help")}, QString()}});
     if (!parser.parse(arguments)) {
         error = parser.errorText();
         return false;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        options.command = Options::Command::Help;
+        return true;
     }
     const QStringList files = parser.positionalArguments().mid(1);
     if (files.size() != 1) {

@@ -57,7 +57,8 @@ bool readReport(const QString& fileName, QList<ReportedError>& errors, QString& 
             return false;
         }
         const QByteArray block = file.read(qMin<qint64>(length, file.bytesAvailable()));
-        if (block.size() != qint64(length) || !readBlock(block, errors)) {
+        const bool isReadable = readBlock(block, errors);
+        if (!isReadable || block.size() != qint64(length)) {
             error = QStringLiteral("%1: the report is cut short").arg(fileName);
             return false;
         }

@@ -140,8 +140,11 @@ QString taskLines(CImportTask* task)
     return QString();
 }
 
-QString errorLines(const QList<ImportSession::Error>& errors)
+QString errorLines(const ImportSession& session)
 {
+    QList<ImportSession::Error> errors = session.errors();
+    for (const QString& path : session.unreported())
+        errors.append({Vesk::CImportModel::ErrorImportFalsed, path});
     QString lines;
     for (const ImportSession::Error& error : errors) {
         lines += QStringLiteral("  %1: %2\n")
@@ -162,8 +165,9 @@ QString countLine(const ImportSession& session)
     QString line = QStringLiteral("\n%1 imported").arg(session.tasks().size());
     if (!parts.isEmpty())
         line += QStringLiteral(" (%1)").arg(parts.join(QStringLiteral(", ")));
-    if (!session.errors().isEmpty())
-        line += QStringLiteral(", %1 not").arg(session.errors().size());
+    const int failed = session.errors().size() + session.unreported().size();
+    if (failed > 0)
+        line += QStringLiteral(", %1 not").arg(failed);
     return line + (session.wasStopped() ? QStringLiteral(", stopped\n") : QStringLiteral("\n"));
 }
 
@@ -174,5 +178,5 @@ QString summaryOf(const ImportSession& session)
     QString text;
     for (const auto& task : session.tasks())
         text += taskLines(task.get());
-    return text + errorLines(session.errors()) + countLine(session);
+    return text + errorLines(session) + countLine(session);
 }

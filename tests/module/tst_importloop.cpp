@@ -51,6 +51,7 @@ private Q_SLOTS:
     void dispatchesByKind();
     void exceptionsEndTheirItemAlone_data();
     void exceptionsEndTheirItemAlone();
+    void theEndIsSignalledWhateverHappens();
     void exitStopsBeforeTheNextItem_data();
     void exitStopsBeforeTheNextItem();
     void importsRunOneAfterAnother();
@@ -266,6 +267,26 @@ void ImportLoopTest::exceptionsEndTheirItemAlone()
     QCOMPARE(import.events().filter("importError").size(), 2 - tasks);
     QCOMPARE(import.events().filter("SnapDone").size(), tasks);
     QCOMPARE(import.events().last(), QString("finished"));
+}
+
+void ImportLoopTest::theEndIsSignalledWhateverHappens()
+{
+    const ImportFolder folder;
+    const QStringList files = withVideos({folder.file("1.mp4")});
+    FakeEngine::instance().hook = [](const QString& call) {
+        if (call == QLatin1String("beginImport"))
+            throw 42;
+    };
+    ImportRun import;
+    import.open(files);
+    connect(
+        import.reply.get(), &CImportReply::importPercentChanged, &import, [] { throw 43; },
+        Qt::DirectConnection);
+    import.waitForFinished();
+    QCOMPARE(import.taskCount(), 1);
+    QCOMPARE(import.log().size(), 2);
+    QCOMPARE(import.events().filter(QRegularExpression("inished")),
+             QStringList({"importFinished", "snapFinished", "finished"}));
 }
 
 void ImportLoopTest::exitStopsBeforeTheNextItem_data()

@@ -287,6 +287,9 @@ void InformationTest::clipsOfOneRangeAreOne()
     QVERIFY(file.appendClip(nan, 5.0) != file.appendClip(nan, 5.0));
     QCOMPARE(file.clips().count(), 6);
     QCOMPARE(file.appendClip(10.0, 20.0), clip);
+    clip->setTimeStart(11.0);
+    QCOMPARE(file.appendClip(11.0, 20.0), clip);
+    QVERIFY(file.appendClip(10.0, 20.0) != clip);
 
     QSignalSpy changed(clip, SIGNAL(imageUrlChanged()));
     clip->setImageUrl("a");

@@ -5,7 +5,6 @@
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QProcessEnvironment>
 
 namespace {
 
@@ -16,6 +15,7 @@ const int longestRunMs = 120000;
 int ProgramRun::run(const QStringList& arguments)
 {
     QProcess process;
+    process.setProcessEnvironment(environment());
     process.start(PROGRAM, QStringList({"--config-dir", path("pictures")}) + arguments);
     return finish(process);
 }
@@ -23,12 +23,20 @@ int ProgramRun::run(const QStringList& arguments)
 int ProgramRun::shell(const QString& script)
 {
     QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("vspimport", PROGRAM " --config-dir " + path("pictures"));
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(environment());
     process.setWorkingDirectory(m_folder.path());
     process.start("/bin/sh", {"-c", script});
     return finish(process);
+}
+
+/// With a temporary folder of its own, so that what is left behind there can be told.
+QProcessEnvironment ProgramRun::environment() const
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    QDir().mkpath(path("temporary"));
+    environment.insert("TMPDIR", path("temporary"));
+    environment.insert("vspimport", PROGRAM " --config-dir " + path("pictures"));
+    return environment;
 }
 
 int ProgramRun::finish(QProcess& process)
@@ -85,6 +93,12 @@ QString ProgramRun::file(const QString& name, const QByteArray& content) const
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("cannot write a file of the test");
     return path(name);
+}
+
+QStringList ProgramRun::leftBehind() const
+{
+    return QDir(path("temporary"))
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
 QStringList ProgramRun::pictures() const

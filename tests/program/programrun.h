@@ -6,6 +6,7 @@
 #include <QtCore/QJsonObject>
 #include <QtCore/QList>
 #include <QtCore/QProcess>
+#include <QtCore/QProcessEnvironment>
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
@@ -31,6 +32,8 @@ public:
     QString path(const QString& name) const { return m_folder.filePath(name); }
     /// Makes a file in the folder; its path.
     QString file(const QString& name, const QByteArray& content) const;
+    /// What the last run has left in its temporary folder.
+    QStringList leftBehind() const;
     /// Names of the pictures, sorted.
     QStringList pictures() const;
 
@@ -39,6 +42,7 @@ public:
     int status = 0;
 
 private:
+    QProcessEnvironment environment() const;
     int finish(QProcess& process);
 
     QTemporaryDir m_folder;

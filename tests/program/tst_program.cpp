@@ -172,6 +172,10 @@ void ProgramTest::writesOnlyWhatIsAskedFor()
     QCOMPARE(other.size(), 1);
     QCOMPARE(QImage(program.path("other/" + other.first())).size(), QSize(64, 48));
     QCOMPARE(program.run({"--json", "/no/such/folder/x.json", clip}), 2);
+    QCOMPARE(program.shell("$vspimport --quiet --json /dev/stdout clip.mp4 | cat"), 0);
+    QVERIFY(QJsonDocument::fromJson(program.output).isObject());
+    QCOMPARE(program.shell("$vspimport clip.mp4 > /dev/full"), 2);
+    QVERIFY(program.errorOutput.contains("cannot write"));
 }
 
 void ProgramTest::eventsComeInOrder()
@@ -214,7 +218,12 @@ void ProgramTest::savesAndShowsReports()
     QCOMPARE(ProgramRun::errors(result),
              QStringList({"ErrorImportFalsed " + bad, "ErrorUnKnownSource " + other}));
     QCOMPARE(program.shell(QString("%1 report %2").arg(PROGRAM, bad)), 2);
-    QCOMPARE(program.shell(QString("head -c 60 %2 > cut; %1 report cut").arg(PROGRAM, report)), 2);
+    // What a report that was cut still holds is shown.
+    const int cut = int(QFileInfo(report).size()) - 10;
+    QCOMPARE(program.shell(QString("head -c %3 %2 > cut; %1 report cut")
+                               .arg(PROGRAM, report, QString::number(cut))),
+             2);
+    QVERIFY(program.output.contains(bad.toUtf8()) && !program.output.contains(other.toUtf8()));
     QCOMPARE(program.shell(QString("%1 report /no/such").arg(PROGRAM)), 2);
 }
 
@@ -251,6 +260,9 @@ void ProgramTest::namesThatAreNoText()
     QCOMPARE(ProgramRun::taskUrls(result).size(), 1);
     const QString named = "ErrorImportFalsed " + program.path(QStringLiteral("d/caf\ufffd.mp4"));
     QCOMPARE(ProgramRun::errors(result), QStringList({named, named}));
+    QVERIFY(program.output.contains("caf"));
+    // An import for conversion reports no errors; the person is told all the same.
+    QCOMPARE(program.shell("$vspimport --for convert d"), 0);
     QVERIFY(program.output.contains("caf"));
     program.shell("rm -r d"); // Qt cannot
 }

@@ -43,10 +43,12 @@ private:
     QHash<QByteArray, CBDFile*> m_filesByName; ///< by the engine's bytes
 };
 
+/// Never null.
 const char* itemName(AVBased::IBDList* list, quint32 index)
 {
     AVBased::IBDListItem* item = list->item(index);
-    return item ? item->name() : 0;
+    const char* name = item ? item->name() : 0;
+    return name ? name : "";
 }
 
 void BdReader::readFiles(AVBased::IBDList* files)
@@ -151,10 +153,13 @@ CImportTask* probeBd(const QString& path)
     BdLoaderPtr loader(engineWrapper()->createBDLoader());
     if (!loader || !loader->open(utf8Path.constData()))
         return 0;
-    // Whether the disc is scrambled, and what bdSupportScrambled() says to that, changes nothing:
-    // its structure is imported, and there are no pictures.
-    if (!loader->discInfo(0))
+    const AVBased::BDDiscInfo* disc = loader->discInfo(0);
+    if (!disc)
         return 0;
+    // Whatever the host's switch says, the structure of a scrambled disc is imported; there are no
+    // pictures.
+    if (disc->scrambled)
+        CImportContext::instance()->bdSupportScrambled();
 
     CBDInformation info(0);
     CImportReplyPrivate::fillBdInfo(loader.get(), &info);

@@ -88,10 +88,15 @@ CBDFileClip* CBDFile::appendClip(double timeStart, double timeEnd)
     if (CBDFileClip* known = d->index.find(d->clips, timeStart, timeEnd))
         return known;
     CBDFileClip* clip = new CBDFileClip(0);
-    clip->setFile(this);
     clip->setTimeStart(timeStart);
     clip->setTimeEnd(timeEnd);
+    clip->setFile(this);
     return clip;
+}
+
+void CBDFile::clipMoved()
+{
+    d->index.clear();
 }
 
 bool CBDFile::empty() const

@@ -32,6 +32,8 @@ double CBDFileClip::timeStart() const
 void CBDFileClip::setTimeStart(double seconds)
 {
     d->timeStart = seconds;
+    if (d->file)
+        d->file->clipMoved();
 }
 
 double CBDFileClip::timeEnd() const
@@ -42,6 +44,8 @@ double CBDFileClip::timeEnd() const
 void CBDFileClip::setTimeEnd(double seconds)
 {
     d->timeEnd = seconds;
+    if (d->file)
+        d->file->clipMoved();
 }
 
 double CBDFileClip::duration() const

@@ -13,8 +13,8 @@ CImportReply::CImportReply(CImportReplyPrivate& dd, QObject* parent)
     : CVeskObject(dd, parent)
 {}
 
-/// The one thing that cannot wait for the private part: the import's thread must not emit signals of
-/// an object that is no longer a reply.
+/// The one thing that cannot wait for the private part: the import's thread must not emit signals
+/// of an object that is no longer a reply.
 CImportReply::~CImportReply()
 {
     d_func()->silence();

@@ -16,6 +16,8 @@
 #include <QtCore/QMutex>
 #include <QtCore/QMutexLocker>
 
+#include <stdexcept>
+
 namespace Vesk {
 
 namespace {
@@ -79,6 +81,8 @@ void CImportReplyPrivate::start()
         thread->replyPrivate = this;
     }
     thread->start(QThread::InheritPriority);
+    if (!thread->isRunning() && !thread->isFinished())
+        throw std::runtime_error("the thread of the import cannot be started");
 }
 
 void CImportReplyPrivate::exit(int code)
@@ -116,21 +120,18 @@ void CImportReplyPrivate::threadTerminated()
     Q_EMIT q_func()->terminated();
 }
 
+/// Each phase has a guard of its own: whatever goes wrong in one, the host is told of its end.
 void CImportReplyPrivate::innerRun()
 {
     QMutexLocker lock(importMutex());
-    VESK_GUARDED_CALL(runImport());
+    if (VESK_GUARDED_CALL(createAnalyzer())) {
+        VESK_GUARDED_CALL(engineManager()->beginImport());
+        VESK_GUARDED_CALL(importSources());
+    }
+    VESK_GUARDED_CALL(m_gate.pass([&] { Q_EMIT q_func()->importFinished(); }));
+    if (analyzer && (source.forImport() || source.forConvert()))
+        VESK_GUARDED_CALL(takeSnapshots());
     thread->exit(0);
-}
-
-void CImportReplyPrivate::runImport()
-{
-    createAnalyzer();
-    engineManager()->beginImport();
-    importSources();
-    m_gate.pass([&] { Q_EMIT q_func()->importFinished(); });
-    if (source.forImport() || source.forConvert())
-        takeSnapshots();
 }
 
 void CImportReplyPrivate::createAnalyzer()
@@ -222,22 +223,27 @@ bool CImportReplyPrivate::passesFormatFilter(const QFileInfo& fileInfo)
     return true;
 }
 
-/// The task for one item, or null. The support switches for discs are not consulted: what they
-/// should refuse is the host's decision, which it can take when it sees the task.
+/// The task for one item, or null. The host's switches for discs are asked and refuse nothing: what
+/// it does not support it leaves aside when it sees the task.
 CImportTask* CImportReplyPrivate::probe(const CSourceAnalyzer::AnalyzeResult& result)
 {
     const QString path = result.fileInfo.absoluteFilePath();
+    const CImportContext* context = CImportContext::instance();
     switch (result.type) {
     case CSourceAnalyzer::SourceTypeUnKnown:
         return createImportTaskForFile(path);
     case CSourceAnalyzer::SourceTypeDVDDir:
     case CSourceAnalyzer::SourceTypeIFOFile:
+        context->dvdSupport();
         return createImportTaskForDvd(QDir::toNativeSeparators(path + QLatin1Char('/')));
     case CSourceAnalyzer::SourceTypeBDDir:
+        context->bdSupport();
         return createImportTaskForBd(path);
     case CSourceAnalyzer::SourceTypeISOFile:
+        context->bdSupport();
         if (CImportTask* task = createImportTaskForBd(path))
             return task;
+        context->dvdSupport();
         return createImportTaskForDvd(path);
     }
     return 0;
@@ -246,7 +252,7 @@ CImportTask* CImportReplyPrivate::probe(const CSourceAnalyzer::AnalyzeResult& re
 void CImportReplyPrivate::reportError(CImportModel::ErrorType type, const QString& url)
 {
     if (!source.forConvert())
-        model->importErrorProc(type, url);
+        m_gate.pass([&] { model->importErrorProc(type, url); });
 }
 
 CImportTask* CImportReplyPrivate::createImportTaskForFile(const QString& path)

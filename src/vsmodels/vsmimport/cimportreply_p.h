@@ -45,6 +45,7 @@ public:
     /// Keeps all signals of the import in, from now on.
     void silence();
 
+    /// Throws when the system has no thread to give.
     void start();
     void exit(int code);
     bool wait(unsigned long time);
@@ -84,7 +85,6 @@ public:
 private:
     void stopAnalyzer();
     void createAnalyzer();
-    void runImport();
     void importSources();
     void takeSnapshots();
     void snapTask(CImportTask* task);

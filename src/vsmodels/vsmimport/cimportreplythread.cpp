@@ -5,6 +5,7 @@
 #include "vspbased/veskqt.h"
 
 #include <QtCore/QDebug>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 
 namespace Vesk {
@@ -43,9 +44,12 @@ void CImportReplyThread::_finished()
 {
     // Qt 4 has a signal for a thread that was terminated, and emits it before finished(). Qt 5
     // emits finished() alone, but then run() has not come to its end.
+    const QPointer<CImportReplyThread> self(this);
     if (!qtSignalsTermination && !m_ranToEnd)
         _terminated();
-    replyPrivate->threadFinished();
+    // A receiver of terminated() may have deleted the reply, and this thread with it.
+    if (self)
+        replyPrivate->threadFinished();
 }
 
 void CImportReplyThread::_terminated()

@@ -87,7 +87,7 @@ CImportTaskPrivate::CImportTaskPrivate()
 
 CImportTaskPrivate::~CImportTaskPrivate()
 {
-    freeContext();
+    VESK_GUARDED_CALL(freeContext());
 }
 
 CImportTaskPrivate* CImportTaskPrivate::getImportTaskPrivate(CImportTask* task)
@@ -113,17 +113,15 @@ bool CImportTaskPrivate::createContext()
     return importer != 0;
 }
 
+/// Each object is let go of before it is ended, so that one that throws is not ended twice.
 void CImportTaskPrivate::freeContext()
 {
-    if (importer) {
-        importer->close();
-        importer->release();
-        importer = 0;
-    }
-    if (bdLoader) {
-        bdLoader->release();
-        bdLoader = 0;
-    }
+    const BdLoaderPtr loader(bdLoader);
+    bdLoader = 0;
+    const ImporterPtr current(importer);
+    importer = 0;
+    if (current)
+        current->close();
 }
 
 AVBased::IAVSource* CImportTaskPrivate::createSource(int videoStreamId, int audioStreamId)

@@ -19,6 +19,11 @@ double fuzzyLow(double value)
     return value - std::fabs(value) * 2e-12;
 }
 
+bool hasRange(const CBDFileClip* clip, double timeStart, double timeEnd)
+{
+    return qFuzzyCompare(clip->timeStart(), timeStart) && qFuzzyCompare(clip->timeEnd(), timeEnd);
+}
+
 } // namespace
 
 ClipIndex::ClipIndex()
@@ -31,6 +36,23 @@ CBDFileClip* ClipIndex::find(const QList<CBDFileClip*>& clips, double timeStart,
     if (std::isnan(timeStart) || std::isnan(timeEnd))
         return 0;
     update(clips);
+    int first = search(timeStart, timeEnd);
+    if (first != notFound && !hasRange(clips.at(first), timeStart, timeEnd)) {
+        clear(); // clips have changed places
+        update(clips);
+        first = search(timeStart, timeEnd);
+    }
+    return first == notFound ? 0 : clips.at(first);
+}
+
+void ClipIndex::clear()
+{
+    m_positions.clear();
+    m_indexed = 0;
+}
+
+int ClipIndex::search(double timeStart, double timeEnd) const
+{
     int first = notFound;
     Positions::const_iterator it = m_positions.lower_bound(
         Range(fuzzyLow(timeStart), -std::numeric_limits<double>::infinity()));
@@ -42,7 +64,7 @@ CBDFileClip* ClipIndex::find(const QList<CBDFileClip*>& clips, double timeStart,
             break;
         it = m_positions.upper_bound(Range(start, std::numeric_limits<double>::infinity()));
     }
-    return first == notFound ? 0 : clips.at(first);
+    return first;
 }
 
 /// The first place of a clip that starts exactly at `start` and ends at `timeEnd`.
@@ -61,10 +83,8 @@ int ClipIndex::firstWithStart(double start, double timeEnd) const
 
 void ClipIndex::update(const QList<CBDFileClip*>& clips)
 {
-    if (m_indexed > clips.count()) {
-        m_positions.clear();
-        m_indexed = 0;
-    }
+    if (m_indexed > clips.count())
+        clear();
     for (; m_indexed < clips.count(); ++m_indexed) {
         const CBDFileClip* clip = clips.at(m_indexed);
         const Range range(clip->timeStart(), clip->timeEnd());

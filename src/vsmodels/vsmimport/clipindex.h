@@ -13,8 +13,7 @@ class CBDFileClip;
 /// Finds clips by their time range without walking the whole list: discs made to confuse players
 /// hold tens of thousands of playlist entries over a handful of files.
 ///
-/// Two times count as equal as in qFuzzyCompare(). Clips are expected to keep the times with which
-/// they were indexed.
+/// Two times count as equal as in qFuzzyCompare().
 class ClipIndex
 {
 public:
@@ -24,10 +23,14 @@ public:
     /// last call are indexed first.
     CBDFileClip* find(const QList<CBDFileClip*>& clips, double timeStart, double timeEnd);
 
+    /// To be called when a clip's times have changed.
+    void clear();
+
 private:
     typedef std::pair<double, double> Range;
     typedef std::map<Range, int> Positions; ///< first place in the list of each exact range
 
+    int search(double timeStart, double timeEnd) const;
     void update(const QList<CBDFileClip*>& clips);
     int firstWithStart(double start, double timeEnd) const;
 

@@ -90,18 +90,33 @@ void CSourceAnalyzer::scanEntries(const QString& path)
         else if (entry.isFile())
             checkFile(entry);
     }
-    reportUndecodableNames(path);
+    visitUndecodableNames(path, entries);
 }
 
-/// Qt does not list names that it cannot decode. They cannot be opened through it either, but they
-/// are visited, so that the import says that it could not take them.
-void CSourceAnalyzer::reportUndecodableNames(const QString& path)
+namespace {
+
+bool listsFile(const QFileInfoList& entries, const QString& name)
+{
+    for (int i = 0; i < entries.count(); ++i) {
+        if (entries.at(i).fileName() == name && entries.at(i).isFile())
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+/// Qt 5 does not list names that it cannot decode, and Qt 4 does not find folders with such names.
+/// They cannot be opened by what is left of them either, but they are visited, so that the import
+/// says that it could not take them.
+void CSourceAnalyzer::visitUndecodableNames(const QString& path, const QFileInfoList& entries)
 {
     const QStringList names = undecodableNames(path);
     for (int i = 0; i < names.count(); ++i) {
         if (isStopped())
             return;
-        visitItem(QFileInfo(QDir(path), names.at(i)), SourceTypeUnKnown);
+        if (!listsFile(entries, names.at(i)))
+            visitItem(QFileInfo(QDir(path), names.at(i)), SourceTypeUnKnown);
     }
 }
 

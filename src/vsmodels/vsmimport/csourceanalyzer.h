@@ -55,7 +55,7 @@ private:
     void analyzePath(const QString& path);
     void scanDirectory(const QString& path);
     void scanEntries(const QString& path);
-    void reportUndecodableNames(const QString& path);
+    void visitUndecodableNames(const QString& path, const QFileInfoList& entries);
     void checkFile(const QFileInfo& info);
     void visitItem(const QFileInfo& info, SourceType type);
 

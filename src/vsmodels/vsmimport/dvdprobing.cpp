@@ -76,7 +76,7 @@ void copyChapters(const AVBased::DVDTitleInfo& record, CDVDTitle* title)
     for (quint32 i = 0; i < record.chapterCount; ++i) {
         const bool isLast = i + 1 == record.chapterCount;
         const double end = isLast ? titleEnd : record.chapterStarts[i + 1];
-        if (end - start >= shortestSeconds) {
+        if (!(end - start < shortestSeconds)) {
             title->setChapterCount(title->chapterCount() + 1);
             CDVDChapter* chapter = title->chapter(title->chapterCount() - 1);
             chapter->setTimeStart(start);
@@ -153,10 +153,12 @@ CImportTask* probeDvd(const QString& path)
 
     CDVDInformation info(0);
     info.setUrl(path);
-    // Whatever dvdSupportScrambled() says, a scrambled disc is imported and marked: the host sees
-    // why it has no pictures.
-    if (dvd->isDiscScrambled(utf8Path.constData()))
+    // Whatever the host's switch says, a scrambled disc is imported and marked: the host sees why
+    // it has no pictures.
+    if (dvd->isDiscScrambled(utf8Path.constData())) {
+        CImportContext::instance()->dvdSupportScrambled();
         info.setIsScrambled(true);
+    }
     CImportReplyPrivate::fillDvdInfo(importer.get(), &info);
 
     std::unique_ptr<CImportTask> task(new CImportTask(0));
