@@ -52,7 +52,8 @@ public:
     /// Null when there is no such file.
     virtual ByteSourcePtr openFile(const std::string& path) const = 0;
 
-    /// The whole of a small file; nothing when there is none or it is too large to be one.
+    /// A file, or the beginning of one that is larger than any of a disc's tables; nothing when
+    /// there is none.
     std::optional<Bytes> read(const std::string& path) const;
 
     /// A demuxer of a file; null, with the reason in the log, when there is none.

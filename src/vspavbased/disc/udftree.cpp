@@ -185,7 +185,7 @@ std::optional<UdfNode> readUdfNode(const UdfPartitions& partitions, const UdfPla
 UdfFolder parseUdfFolder(const ByteSource& content, std::size_t most)
 {
     UdfFolder folder;
-    const Bytes bytes = readWhole(content, largestFolder).value_or(Bytes());
+    const Bytes bytes = readBeginning(content, largestFolder);
     ByteView rest(bytes);
     while (folder.size() < most) {
         const auto line = parseLine(rest);

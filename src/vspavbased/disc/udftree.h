@@ -4,6 +4,7 @@
 #include "media/bytesource.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
 

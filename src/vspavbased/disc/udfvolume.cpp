@@ -146,7 +146,7 @@ std::unique_ptr<UdfVolume> UdfVolume::open(ByteSourcePtr image, const std::strin
     UdfPartitions partitions = openPartitions(volume);
     if (const auto root = findRoot(volume, partitions))
         return std::unique_ptr<UdfVolume>(new UdfVolume(volume.name, std::move(partitions), *root));
-    log(path + ": damaged disc image");
+    log(path + ": a disc image that is damaged, or of a kind that is not read");
     return nullptr;
 }
 

@@ -19,8 +19,8 @@ public:
     /// Null when the image has no such folder.
     static std::unique_ptr<VideoTs> open(const DvdLocation& location);
 
-    /// The whole of the file called `name`, which is in upper case; on the disc it may be in any.
-    /// Nothing when there is none.
+    /// The file called `name`, as DiscFiles reads it. The name is in upper case; on the disc it may
+    /// be in any. Nothing when there is none.
     std::optional<Bytes> read(const std::string& name) const;
 
     /// The VOB files that hold the video of a title set, as the one file that they were cut from,

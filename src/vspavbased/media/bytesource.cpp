@@ -6,15 +6,14 @@
 namespace engine {
 
 /// Grows with what there is, not with what the source claims.
-std::optional<Bytes> readWhole(const ByteSource& source, std::size_t limit)
+Bytes readBeginning(const ByteSource& source, std::size_t most)
 {
-    constexpr std::uint64_t largestStep = 256 * 1024;
-    if (source.size() > limit)
-        return std::nullopt;
+    constexpr std::size_t largestStep = 256 * 1024;
+    const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(source.size(), most));
     Bytes bytes;
     for (;;) {
         const std::size_t done = bytes.size();
-        const auto step = static_cast<std::size_t>(std::min(source.size() - done, largestStep));
+        const std::size_t step = std::min(size - done, largestStep);
         bytes.resize(done + step);
         const std::size_t count = source.read(done, bytes.data() + done, step);
         bytes.resize(done + count);

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace engine {
@@ -28,7 +27,7 @@ public:
 
 using ByteSourcePtr = std::shared_ptr<const ByteSource>;
 
-/// All that can be read from the beginning; nothing when the source has more than `limit` bytes.
-std::optional<Bytes> readWhole(const ByteSource& source, std::size_t limit);
+/// What can be read from the beginning, at most `most` bytes.
+Bytes readBeginning(const ByteSource& source, std::size_t most);
 
 } // namespace engine
