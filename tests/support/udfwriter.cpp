@@ -3,9 +3,10 @@
 // Numbers of descriptors and layouts are those of ECMA-167, 3rd edition, and of UDF 2.50.
 #include "udfwriter.h"
 
+#include "bytewriter.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QtEndian>
 
 #include <memory>
 #include <vector>
@@ -27,6 +28,15 @@ constexpr quint32 metadataFileAt = 0;
 constexpr quint32 metadataMirrorAt = 1;
 constexpr quint32 metadataAt = 32;
 
+constexpr int folderKind = 4;
+constexpr int fileKind = 5;
+
+/// Files up to the one size lie in their entries, those above the other in two extents with a list
+/// of further extents between them.
+constexpr qint64 largestInside = 1000;
+constexpr qint64 largestWhole = 64 * 1024;
+constexpr quint32 firstExtent = 2 * blockSize;
+
 constexpr int dataPartition = 0;
 constexpr int metadataPartition = 1;
 
@@ -35,19 +45,9 @@ quint32 blocksOf(qint64 bytes)
     return quint32((bytes + blockSize - 1) / blockSize);
 }
 
-class Writer
+class Writer : public ByteWriter<Writer, false>
 {
 public:
-    Writer& u8(int value) { return append<quint8>(quint8(value)); }
-    Writer& u16(int value) { return append<quint16>(quint16(value)); }
-    Writer& u32(quint32 value) { return append<quint32>(value); }
-    Writer& u64(quint64 value) { return append<quint64>(value); }
-    Writer& zeros(int count) { return bytes(QByteArray(count, '\0')); }
-    Writer& bytes(const QByteArray& bytes)
-    {
-        m_bytes.append(bytes);
-        return *this;
-    }
     Writer& padded(const QByteArray& text, int width)
     {
         return bytes(text.leftJustified(width, '\0', true));
@@ -69,18 +69,6 @@ public:
     {
         return u32(length).u32(block).u16(partition).zeros(6);
     }
-
-    const QByteArray& result() const { return m_bytes; }
-
-private:
-    template <typename T>
-    Writer& append(T value)
-    {
-        const T swapped = qToLittleEndian(value);
-        return bytes(QByteArray(reinterpret_cast<const char*>(&swapped), sizeof(T)));
-    }
-
-    QByteArray m_bytes;
 };
 
 quint16 crc(const QByteArray& bytes)
@@ -162,21 +150,31 @@ QByteArray folderContents(const Node& folder, const Node& parent)
     return contents;
 }
 
-/// `allocation` says where the contents lie, in the way that `allocationKind` names.
+/// How the contents of a file are allocated.
+enum Allocation
+{
+    NarrowExtents = 0, ///< within the entry's partition
+    WideExtents = 1,
+    Inside = 3 ///< in the entry itself
+};
+
+/// `allocation` holds the extents, or the contents. All but ordinary files have extended entries.
 QByteArray fileEntry(int kind, quint32 location, qint64 size, const QByteArray& allocation,
-                     int allocationKind)
+                     Allocation allocationKind)
 {
     const bool isInternal = kind >= 250;
+    const bool isExtended = kind != fileKind;
     Writer body;
     body.u32(0).u16(4).u16(0).u16(1).u8(0).u8(kind).zeros(6).u16(allocationKind);
-    body.u32(~0u).u32(~0u).u32(0x14A5).u16(1).zeros(2).u32(0);
-    body.u64(quint64(size)).u64(quint64(size)).u64(blocksOf(size));
-    body.time().time().time().time().u32(1).u32(0).zeros(32).implementation();
-    body.u64(isInternal ? 0 : location + 16)
-        .u32(0)
-        .u32(quint32(allocation.size()))
-        .bytes(allocation);
-    return descriptor(266, location, body);
+    body.u32(~0u).u32(~0u).u32(0x14A5).u16(1).zeros(2).u32(0).u64(quint64(size));
+    if (isExtended)
+        body.u64(quint64(size));
+    body.u64(allocationKind == Inside ? 0 : blocksOf(size)).time().time().time();
+    if (isExtended)
+        body.time();
+    body.u32(1).zeros(isExtended ? 4 + 16 + 16 : 16).implementation();
+    body.u64(isInternal ? 0 : location + 16).u32(0).u32(quint32(allocation.size()));
+    return descriptor(isExtended ? 266 : 261, location, body.bytes(allocation));
 }
 
 class ImageWriter
@@ -225,7 +223,7 @@ private:
     {
         if (!node.isFolder) {
             node.dataAt = m_dataBlocks;
-            m_dataBlocks += blocksOf(node.size);
+            m_dataBlocks += blocksOf(node.size) + 1;
         }
         for (const auto& child : node.children)
             layOutFiles(*child);
@@ -306,7 +304,7 @@ private:
     {
         const quint32 size = m_metadataBlocks * blockSize;
         const QByteArray allocation = Writer().extent(size, metadataAt).result();
-        writeBlock(partitionAt + at, fileEntry(kind, at, size, allocation, 0));
+        writeBlock(partitionAt + at, fileEntry(kind, at, size, allocation, NarrowExtents));
     }
 
     void writeFileSet()
@@ -321,26 +319,46 @@ private:
 
     void writeNode(const Node& node, const Node& parent)
     {
-        QByteArray allocation;
+        QByteArray entry;
         if (node.isFolder) {
-            allocation = Writer().extent(quint32(node.size), node.dataAt).result();
+            const QByteArray extent = Writer().extent(quint32(node.size), node.dataAt).result();
+            entry = fileEntry(folderKind, node.entryAt, node.size, extent, NarrowExtents);
             writeMetadata(node.dataAt, folderContents(node, parent));
-        } else if (node.size > 0) {
-            allocation = Writer().place(quint32(node.size), node.dataAt, dataPartition).result();
-            writeContents(node);
+        } else {
+            QFile source(node.path);
+            if (!source.open(QIODevice::ReadOnly))
+                qFatal("%s cannot be read", qPrintable(node.path));
+            const QByteArray content = source.readAll();
+            const bool isInside = content.size() <= largestInside;
+            entry = fileEntry(fileKind, node.entryAt, content.size(),
+                              isInside ? content : writeContents(content, node.dataAt),
+                              isInside ? Inside : WideExtents);
         }
-        writeMetadata(node.entryAt, fileEntry(node.isFolder ? 4 : 5, node.entryAt, node.size,
-                                              allocation, node.isFolder ? 0 : 1));
+        writeMetadata(node.entryAt, entry);
         for (const auto& child : node.children)
             writeNode(*child, node);
     }
 
-    void writeContents(const Node& node)
+    /// The extents, as the file's entry lists them.
+    QByteArray writeContents(const QByteArray& content, quint32 at)
     {
-        QFile source(node.path);
-        if (!source.open(QIODevice::ReadOnly))
-            qFatal("%s cannot be read", qPrintable(node.path));
-        writeBlock(partitionAt + node.dataAt, source.readAll());
+        const auto size = quint32(content.size());
+        if (size <= largestWhole) {
+            writeBlock(partitionAt + at, content);
+            return Writer().place(size, at, dataPartition).result();
+        }
+        const quint32 listAt = at + blocksOf(firstExtent);
+        const QByteArray rest =
+            Writer().place(size - firstExtent, listAt + 1, dataPartition).result();
+        writeBlock(partitionAt + at, content.left(firstExtent));
+        writeBlock(partitionAt + listAt,
+                   descriptor(258, listAt, Writer().u32(0).u32(quint32(rest.size())).bytes(rest)));
+        writeBlock(partitionAt + listAt + 1, content.mid(firstExtent));
+        const quint32 isList = 3u << 30;
+        return Writer()
+            .place(firstExtent, at, dataPartition)
+            .place(isList | blockSize, listAt, dataPartition)
+            .result();
     }
 
     std::unique_ptr<Node> m_root;
