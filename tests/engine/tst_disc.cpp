@@ -2,6 +2,7 @@
 //
 // Files in disc images, whatever the disc.
 #include "disc/discfiles.h"
+#include "files.h"
 #include "udfwriter.h"
 
 #include <udfread/udfread.h>
@@ -11,25 +12,9 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
-#include <random>
-
 using engine::DiscFiles;
 
 namespace {
-
-QByteArray randomBytes(int count)
-{
-    std::mt19937 random{std::mt19937::result_type(count)};
-    QByteArray bytes(count, 0);
-    std::generate(bytes.begin(), bytes.end(), [&random] { return char(random()); });
-    return bytes;
-}
-
-QByteArray contentOf(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 QByteArray toQt(const engine::Bytes& bytes)
 {
@@ -62,27 +47,19 @@ private Q_SLOTS:
 
 private:
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    void write(const QString& name, const QByteArray& content) const;
 
     QTemporaryDir m_folder;
 };
-
-void DiscTest::write(const QString& name, const QByteArray& content) const
-{
-    QVERIFY(QDir().mkpath(QFileInfo(path(name)).path()));
-    QFile file(path(name));
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-}
 
 /// Images of one folder: with many files, files of all sizes, and names of narrow and wide letters.
 void DiscTest::initTestCase()
 {
     for (const int size : {0, 1, 1000, 2048, 100000, 3000000})
-        write(QString("disc/sizes/%1.bin").arg(size), randomBytes(size));
+        writeFile(path("disc/sizes/%1.bin").arg(size), randomBytes(size));
     for (int i = 0; i < 300; ++i)
-        write(QString("disc/many/%1.bin").arg(i, 5, 10, QChar('0')), randomBytes(i));
-    write(QString::fromUtf8("disc/Größe/Maß.txt"), "narrow");
-    write(QString::fromUtf8("disc/Москва/a/b/Фильм.txt"), "wide");
+        writeFile(path("disc/many/%1.bin").arg(i, 5, 10, QChar('0')), randomBytes(i));
+    writeFile(path(QString::fromUtf8("disc/Größe/Maß.txt")), "narrow");
+    writeFile(path(QString::fromUtf8("disc/Москва/a/b/Фильм.txt")), "wide");
     writeUdfImage(path("disc"), path("250.iso"), "VOLUME");
     QCOMPARE(QProcess::execute("genisoimage", {"-quiet", "-udf", "-input-charset", "utf-8", "-V",
                                                "VOLUME", "-o", path("102.iso"), path("disc")}),
@@ -162,7 +139,7 @@ void DiscTest::usesTheCopies()
     QByteArray image = contentOf(path("250.iso"));
     for (const int sector : lost)
         image.replace(sector * 2048, 2048, randomBytes(2048));
-    write("damaged.iso", image);
+    writeFile(path("damaged.iso"), image);
     const auto files = DiscFiles::open(path("damaged.iso").toStdString());
     QCOMPARE(files && files->hasFile("sizes/100000.bin"), isReadable);
 }

@@ -2,10 +2,7 @@
 #include "bluraywriter.h"
 
 #include "bytewriter.h"
-
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
+#include "files.h"
 
 #include <algorithm>
 
@@ -171,10 +168,9 @@ QByteArray playlist(const QList<Item>& items, const QList<Mark>& marks)
 
 Clip scanStream(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const QByteArray bytes = contentOf(path);
+    if (bytes.isEmpty())
         qFatal("%s is missing", qPrintable(path));
-    const QByteArray bytes = file.readAll();
     quint32 first = ~0u;
     quint32 last = 0;
     Clip clip;
@@ -195,14 +191,6 @@ Clip scanStream(const QString& path)
     clip.sequences = {{0, first / 2, (last + 3600) / 2}};
     clip.streams = usualStreams();
     return clip;
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("%s cannot be written", qPrintable(path));
 }
 
 Disc::Disc(const QString& root)
