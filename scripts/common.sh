@@ -5,10 +5,10 @@
 
 build_packages=(
     g++ cmake ninja-build ccache pkg-config qtbase5-dev libavformat-dev libavcodec-dev libavutil-dev
-    libswscale-dev libdvdread-dev libbluray-dev libudfread-dev libicu-dev ffmpeg dvdauthor
+    libswscale-dev libicu-dev ffmpeg dvdauthor
 )
 test_packages=(
-    "${build_packages[@]}" clang-format clang-tidy genisoimage git
+    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang-format clang-tidy procps
 )
 
 fail() {

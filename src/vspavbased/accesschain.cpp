@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/bdloader.h"
 #include "enginemanager.h"
+#include "log.h"
 #include "picture/imageconverter.h"
 #include "vspavbased/cavbasedcontext.h"
 
@@ -20,6 +21,7 @@ CAVBasedModel* CAVBasedContext::avbasedModel()
 
 CAVBasedModelWrapper* CAVBasedModel::w_func()
 {
+    engine::joinLibavLog();
     static CAVBasedModelWrapper wrapper;
     return &wrapper;
 }

@@ -24,11 +24,6 @@ const Opener openers[] = {
 
 } // namespace
 
-EngineManager::EngineManager()
-{
-    joinLibavLog();
-}
-
 AVBased::IAVImporter* EngineManager::createNamedImporter(const char* name)
 {
     if (name && std::strcmp(name, "SimpleEditImporter") == 0)

@@ -2,6 +2,7 @@
 #include "log.h"
 
 #include "libav.h"
+#include "text.h"
 #include "vspavbased/enginelog.h"
 
 #include <atomic>
@@ -24,11 +25,6 @@ Target& target()
 {
     static Target* const instance = new Target;
     return *instance;
-}
-
-bool isControl(char c)
-{
-    return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
 }
 
 void receiveFromLibav(void* object, int level, const char* format, va_list arguments)

@@ -78,6 +78,13 @@ std::string toUtf8(const std::string& text)
     return utf8;
 }
 
+std::string toUtf8(const std::u16string& text)
+{
+    std::string utf8;
+    icu::UnicodeString(text.data(), static_cast<int>(text.size())).toUTF8String(utf8);
+    return utf8;
+}
+
 std::string toLatin1(const std::string& text)
 {
     static Transliterator transliterator("[^\\u0000-\\u00FF] Any-Latin; NFC; "
@@ -106,6 +113,19 @@ std::string toUpper(std::string text)
             c = static_cast<char>(c - 'a' + 'A');
     }
     return text;
+}
+
+bool endsWith(const std::string& text, const std::string& ending)
+{
+    return text.size() >= ending.size() &&
+           text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+}
+
+std::string withoutTrailingSeparators(std::string path)
+{
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
 }
 
 } // namespace engine

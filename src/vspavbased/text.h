@@ -7,14 +7,33 @@ namespace engine {
 
 /// Texts from files and discs, in the encodings of the boundary. What is no valid UTF-8 is taken
 /// for Latin-1. Letters that the target lacks are written with those that it has, where that is
-/// usual
-/// ("Москва" becomes "Moskva"), and the rest becomes "?".
+/// usual ("Москва" becomes "Moskva"), and the rest becomes "?".
 
 std::string toUtf8(const std::string& text);
+std::string toUtf8(const std::u16string& text);
 std::string toLatin1(const std::string& text);
 std::string toAscii(const std::string& text);
 
 /// `text` with its ASCII letters in upper case, for names that are compared without regard to it.
 std::string toUpper(std::string text);
+
+bool endsWith(const std::string& text, const std::string& ending);
+
+/// `path` without the separators at its end; that of the root folder stays.
+std::string withoutTrailingSeparators(std::string path);
+
+// Of ASCII alone, whatever the locale.
+inline bool isDigit(char c)
+{
+    return c >= '0' && c <= '9';
+}
+inline bool isLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+inline bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
 
 } // namespace engine

@@ -41,8 +41,3 @@ inline authoring::Clip plainClip(quint32 start, quint32 seconds)
     clip.streams = authoring::usualStreams();
     return clip;
 }
-
-inline int openFileCount()
-{
-    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
-}

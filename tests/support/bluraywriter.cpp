@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluraywriter.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
-#include <QtCore/QtEndian>
+#include "bytewriter.h"
+#include "files.h"
 
 #include <algorithm>
 
@@ -12,49 +10,22 @@ namespace authoring {
 
 namespace {
 
-class Writer
-{
-public:
-    Writer& u8(int value) { return append<quint8>(quint8(value)); }
-    Writer& u16(int value) { return append<quint16>(quint16(value)); }
-    Writer& u32(quint32 value) { return append<quint32>(value); }
-    Writer& zeros(int count)
-    {
-        m_bytes.append(QByteArray(count, '\0'));
-        return *this;
-    }
-    Writer& text(const QByteArray& text)
-    {
-        m_bytes.append(text);
-        return *this;
-    }
-    QByteArray bytes() const { return m_bytes; }
-
-private:
-    template <typename T>
-    Writer& append(T value)
-    {
-        const T swapped = qToBigEndian(value);
-        m_bytes.append(reinterpret_cast<const char*>(&swapped), sizeof(T));
-        return *this;
-    }
-
-    QByteArray m_bytes;
-};
+class Writer : public ByteWriter<Writer, true>
+{};
 
 QByteArray withLength8(const QByteArray& bytes)
 {
-    return Writer().u8(bytes.size()).text(bytes).bytes();
+    return Writer().u8(bytes.size()).bytes(bytes).result();
 }
 
 QByteArray withLength16(const QByteArray& bytes)
 {
-    return Writer().u16(bytes.size()).text(bytes).bytes();
+    return Writer().u16(bytes.size()).bytes(bytes).result();
 }
 
 QByteArray withLength32(const QByteArray& bytes)
 {
-    return Writer().u32(quint32(bytes.size())).text(bytes).bytes();
+    return Writer().u32(quint32(bytes.size())).bytes(bytes).result();
 }
 
 bool isPicture(const Stream& stream)
@@ -71,8 +42,8 @@ QByteArray streamAttributes(const Stream& stream)
     if (isPicture(stream))
         bytes.u8(stream.aspect << 4).zeros(18);
     else
-        bytes.text(stream.language).zeros(16);
-    return withLength8(bytes.bytes());
+        bytes.bytes(stream.language).zeros(16);
+    return withLength8(bytes.result());
 }
 
 /// The streams as playlists list them: how many of each kind, then each in turn.
@@ -83,27 +54,27 @@ QByteArray streamTable(const QList<Stream>& streams)
     for (const Stream& stream : streams) {
         const bool isSubtitle = stream.coding == 0x90;
         ++counts[isPicture(stream) ? 0 : isSubtitle ? 2 : 1];
-        entries.text(withLength8(Writer().u8(1).u16(stream.pid).zeros(6).bytes()));
+        entries.bytes(withLength8(Writer().u8(1).u16(stream.pid).zeros(6).result()));
         Writer attributes;
         attributes.u8(stream.coding);
         if (!isSubtitle)
             attributes.u8(stream.formatAndRate);
-        entries.text(withLength8(attributes.text(stream.language).zeros(1).bytes()));
+        entries.bytes(withLength8(attributes.bytes(stream.language).zeros(1).result()));
     }
     Writer table;
     table.u16(0).u8(counts[0]).u8(counts[1]).u8(counts[2]).zeros(9);
-    return withLength16(table.text(entries.bytes()).bytes());
+    return withLength16(table.bytes(entries.result()).result());
 }
 
 QByteArray playItem(const Item& item)
 {
     Writer bytes;
     const bool hasAngles = !item.secondAngle.isEmpty();
-    bytes.text(item.clip).text("M2TS").u16(hasAngles ? 0x11 : 1).u8(item.sequence);
+    bytes.bytes(item.clip).bytes("M2TS").u16(hasAngles ? 0x11 : 1).u8(item.sequence);
     bytes.u32(item.in).u32(item.out).zeros(12);
     if (hasAngles)
-        bytes.u8(2).u8(0).text(item.secondAngle).text("M2TS").u8(0);
-    return withLength16(bytes.text(streamTable(usualStreams())).bytes());
+        bytes.u8(2).u8(0).bytes(item.secondAngle).bytes("M2TS").u8(0);
+    return withLength16(bytes.bytes(streamTable(usualStreams())).result());
 }
 
 QByteArray sequenceInfo(const QList<Sequence>& sequences)
@@ -112,7 +83,7 @@ QByteArray sequenceInfo(const QList<Sequence>& sequences)
     bytes.u8(0).u8(1).u32(0).u8(sequences.size()).u8(0);
     for (const Sequence& sequence : sequences)
         bytes.u16(0x1001).u32(sequence.firstPacket).u32(sequence.start).u32(sequence.end);
-    return withLength32(bytes.bytes());
+    return withLength32(bytes.result());
 }
 
 QByteArray programInfo(const QList<Stream>& streams)
@@ -120,8 +91,8 @@ QByteArray programInfo(const QList<Stream>& streams)
     Writer bytes;
     bytes.u8(0).u8(1).u32(0).u16(0x100).u8(streams.size()).u8(0);
     for (const Stream& stream : streams)
-        bytes.u16(stream.pid).text(streamAttributes(stream));
-    return withLength32(bytes.bytes());
+        bytes.u16(stream.pid).bytes(streamAttributes(stream));
+    return withLength32(bytes.result());
 }
 
 /// A coarse entry wherever the high bits of a point differ from those of the point before.
@@ -147,9 +118,9 @@ QByteArray entryPointMap(const QList<EntryPoint>& points)
     if (!points.isEmpty()) {
         const quint64 counts = quint64(1) << 34 | quint64(coarseCount) << 18 | points.size();
         bytes.u8(0).u8(1).u16(0x1011).u16(int(counts >> 32)).u32(quint32(counts)).u32(14);
-        bytes.u32(quint32(4 + coarse.bytes().size())).text(coarse.bytes()).text(fine.bytes());
+        bytes.u32(quint32(4 + coarse.result().size())).bytes(coarse.result()).bytes(fine.result());
     }
-    return withLength32(bytes.bytes());
+    return withLength32(bytes.result());
 }
 
 } // namespace
@@ -162,7 +133,7 @@ QList<Stream> usualStreams()
 QByteArray clipInformation(const Clip& clip)
 {
     const QByteArray info = withLength32(
-        Writer().u16(0).u8(1).u8(1).u32(0).u32(6000000).u32(1000).zeros(128 + 32).bytes());
+        Writer().u16(0).u8(1).u8(1).u32(0).u32(6000000).u32(1000).zeros(128 + 32).result());
     const QByteArray sequences = sequenceInfo(clip.sequences);
     const QByteArray programs = programInfo(clip.streams);
     const QByteArray map = entryPointMap(clip.entryPoints);
@@ -170,37 +141,36 @@ QByteArray clipInformation(const Clip& clip)
     const quint32 programsAt = sequencesAt + quint32(sequences.size());
     const quint32 mapAt = programsAt + quint32(programs.size());
     Writer bytes;
-    bytes.text("HDMV0200").u32(sequencesAt).u32(programsAt).u32(mapAt);
+    bytes.bytes("HDMV0200").u32(sequencesAt).u32(programsAt).u32(mapAt);
     bytes.u32(mapAt + quint32(map.size())).zeros(16);
-    bytes.text(info).text(sequences).text(programs).text(map).u32(0);
-    return bytes.bytes();
+    bytes.bytes(info).bytes(sequences).bytes(programs).bytes(map).u32(0);
+    return bytes.result();
 }
 
 QByteArray playlist(const QList<Item>& items, const QList<Mark>& marks)
 {
-    const QByteArray application = withLength32(Writer().u8(0).u8(1).zeros(12).bytes());
+    const QByteArray application = withLength32(Writer().u8(0).u8(1).zeros(12).result());
     Writer list;
     list.u16(0).u16(items.size()).u16(0);
     for (const Item& item : items)
-        list.text(playItem(item));
+        list.bytes(playItem(item));
     Writer markList;
     markList.u16(marks.size());
     for (const Mark& mark : marks)
         markList.u8(0).u8(mark.kind).u16(mark.item).u32(mark.time).u16(0xFFFF).u32(0);
-    const QByteArray itemBytes = withLength32(list.bytes());
+    const QByteArray itemBytes = withLength32(list.result());
     const quint32 itemsAt = quint32(40 + application.size());
     Writer bytes;
-    bytes.text("MPLS0200").u32(itemsAt).u32(itemsAt + quint32(itemBytes.size())).zeros(24);
-    bytes.text(application).text(itemBytes).text(withLength32(markList.bytes()));
-    return bytes.bytes();
+    bytes.bytes("MPLS0200").u32(itemsAt).u32(itemsAt + quint32(itemBytes.size())).zeros(24);
+    bytes.bytes(application).bytes(itemBytes).bytes(withLength32(markList.result()));
+    return bytes.result();
 }
 
 Clip scanStream(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const QByteArray bytes = contentOf(path);
+    if (bytes.isEmpty())
         qFatal("%s is missing", qPrintable(path));
-    const QByteArray bytes = file.readAll();
     quint32 first = ~0u;
     quint32 last = 0;
     Clip clip;
@@ -223,24 +193,16 @@ Clip scanStream(const QString& path)
     return clip;
 }
 
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("%s cannot be written", qPrintable(path));
-}
-
 Disc::Disc(const QString& root)
     : m_root(root)
 {
     // An index without titles, whose two fixed entries lead nowhere, and no movie objects.
     Writer index;
-    index.text("INDX0200").u32(78).u32(0).zeros(24).u32(34).zeros(34).u32(26);
+    index.bytes("INDX0200").u32(78).u32(0).zeros(24).u32(34).zeros(34).u32(26);
     for (int i = 0; i < 2; ++i)
         index.u32(0x40000000).u16(0).u16(0xFFFF).u32(0);
-    write("BDMV/index.bdmv", index.u16(0).bytes());
-    write("BDMV/MovieObject.bdmv", Writer().text("MOBJ0200").zeros(32).u32(6).zeros(6).bytes());
+    write("BDMV/index.bdmv", index.u16(0).result());
+    write("BDMV/MovieObject.bdmv", Writer().bytes("MOBJ0200").zeros(32).u32(6).zeros(6).result());
 }
 
 void Disc::write(const QString& name, const QByteArray& content) const

@@ -67,9 +67,6 @@ QByteArray playlist(const QList<Item>& items, const QList<Mark>& marks);
 /// points that its packets have.
 Clip scanStream(const QString& path);
 
-/// Writes a file, and the folders that lead to it.
-void writeFile(const QString& path, const QByteArray& content);
-
 /// A disc's folder, with everything but clips, streams and playlists.
 class Disc
 {

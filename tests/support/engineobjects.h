@@ -11,6 +11,7 @@
 #include "vspavbased/ibdloader.h"
 #include "vspavbased/iimageconverter.h"
 
+#include <QtCore/QDir>
 #include <QtGui/QImage>
 
 #include <memory>
@@ -75,4 +76,9 @@ inline double secondOf(const QImage& picture, double step)
 {
     const int grey = qGray(picture.pixel(picture.width() / 2, picture.height() / 2));
     return grey * 219.0 / 255.0 / step;
+}
+
+inline int openFileCount()
+{
+    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
 }

@@ -1,24 +1,19 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// Numbers of descriptors and layouts are those of ECMA-167, 3rd edition, and of UDF 2.50.
+// Numbers of descriptors and layouts are those of ECMA-167, 3rd edition, and of UDF 2.50. What
+// nobody reads is left out, or zero.
 #include "udfwriter.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
-#include <QtCore/QtEndian>
-
-#include <memory>
-#include <vector>
+#include "bytewriter.h"
+#include "files.h"
 
 namespace {
 
 constexpr int blockSize = 2048;
-constexpr int revision = 0x0250;
 
 // Blocks of the image.
 constexpr quint32 sequenceAt = 32;
 constexpr quint32 reserveSequenceAt = 48;
-constexpr quint32 integrityAt = 64;
 constexpr quint32 anchorAt = 256;
 constexpr quint32 partitionAt = 288;
 
@@ -26,81 +21,54 @@ constexpr quint32 partitionAt = 288;
 constexpr quint32 metadataFileAt = 0;
 constexpr quint32 metadataMirrorAt = 1;
 constexpr quint32 metadataAt = 32;
+constexpr quint32 metadataBlocks = 512;
 
 constexpr int dataPartition = 0;
 constexpr int metadataPartition = 1;
 
-quint32 blocksOf(qint64 bytes)
+constexpr int folderKind = 4;
+constexpr int fileKind = 5;
+
+/// Files up to the one size lie in their entries, those above the other in two extents with a list
+/// of further extents between them.
+constexpr int largestInside = 1000;
+constexpr int largestWhole = 64 * 1024;
+constexpr int firstExtent = 2 * blockSize;
+
+/// How the contents of a file are allocated.
+enum Allocation
+{
+    NarrowExtents = 0, ///< within the entry's partition
+    WideExtents = 1,
+    Inside = 3 ///< in the entry itself
+};
+
+quint32 blocksOf(int bytes)
 {
     return quint32((bytes + blockSize - 1) / blockSize);
 }
 
-class Writer
+class Writer : public ByteWriter<Writer, false>
 {
 public:
-    Writer& u8(int value) { return append<quint8>(quint8(value)); }
-    Writer& u16(int value) { return append<quint16>(quint16(value)); }
-    Writer& u32(quint32 value) { return append<quint32>(value); }
-    Writer& u64(quint64 value) { return append<quint64>(value); }
-    Writer& zeros(int count) { return bytes(QByteArray(count, '\0')); }
-    Writer& bytes(const QByteArray& bytes)
-    {
-        m_bytes.append(bytes);
-        return *this;
-    }
-    Writer& padded(const QByteArray& text, int width)
-    {
-        return bytes(text.leftJustified(width, '\0', true));
-    }
-    Writer& characterSet() { return u8(0).padded("OSTA Compressed Unicode", 63); }
+    /// A text in a field of that width.
     Writer& string(const QByteArray& latin1, int width)
     {
-        return u8(8).padded(latin1, width - 2).u8(latin1.size() + 1);
+        return u8(8).bytes(latin1.leftJustified(width - 2, '\0', true)).u8(latin1.size() + 1);
     }
-    Writer& identifier(const QByteArray& name, int suffix = 0)
-    {
-        return u8(0).padded(name, 23).u16(suffix).zeros(6);
-    }
-    Writer& domain() { return identifier("*OSTA UDF Compliant", revision); }
-    Writer& implementation() { return identifier("*vspimport tests"); }
-    Writer& time() { return u16(0x1000).u16(2020).u8(1).u8(1).zeros(6); }
-    Writer& extent(quint32 length, quint32 block) { return u32(length).u32(block); }
+    Writer& identifier(const QByteArray& name) { return u8(0).bytes(name.leftJustified(31, '\0')); }
+    Writer& extent(int length, quint32 block) { return u32(quint32(length)).u32(block); }
     Writer& place(quint32 length, quint32 block, int partition)
     {
         return u32(length).u32(block).u16(partition).zeros(6);
     }
-
-    const QByteArray& result() const { return m_bytes; }
-
-private:
-    template <typename T>
-    Writer& append(T value)
-    {
-        const T swapped = qToLittleEndian(value);
-        return bytes(QByteArray(reinterpret_cast<const char*>(&swapped), sizeof(T)));
-    }
-
-    QByteArray m_bytes;
 };
-
-quint16 crc(const QByteArray& bytes)
-{
-    quint16 value = 0;
-    for (const char c : bytes) {
-        value ^= quint16(quint8(c) << 8);
-        for (int bit = 0; bit < 8; ++bit)
-            value = quint16(value & 0x8000 ? value << 1 ^ 0x1021 : value << 1);
-    }
-    return value;
-}
 
 /// The body with its tag before it.
 QByteArray descriptor(int kind, quint32 location, const Writer& body)
 {
     const auto tag = [&](int checksum) {
-        Writer bytes;
-        bytes.u16(kind).u16(3).u8(checksum).u8(0).u16(1);
-        return bytes.u16(crc(body.result())).u16(body.result().size()).u32(location).result();
+        return Writer().u16(kind).u16(3).u8(checksum).zeros(7).u32(location).result();
     };
     int sum = 0;
     for (const char c : tag(0))
@@ -108,129 +76,65 @@ QByteArray descriptor(int kind, quint32 location, const Writer& body)
     return tag(sum & 0xFF) + body.result();
 }
 
-/// A file or folder of the tree.
-struct Node
+/// A line of a folder; that without a name leads to the folder above.
+QByteArray fileIdentifier(const QString& name, bool isFolder, quint32 entryAt)
 {
-    QString name;
-    QString path;
-    bool isFolder = false;
-    qint64 size = 0;
-    quint32 entryAt = 0; ///< block of its file entry in the metadata partition
-    quint32 dataAt = 0;  ///< block of its contents: a folder's in the metadata partition, too
-    std::vector<std::unique_ptr<Node>> children;
-};
-
-std::unique_ptr<Node> readTree(const QFileInfo& info)
-{
-    auto node = std::make_unique<Node>();
-    node->name = info.fileName();
-    node->path = info.filePath();
-    node->isFolder = info.isDir();
-    node->size = info.size();
-    if (node->isFolder) {
-        const auto filter = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-        for (const QFileInfo& child : QDir(info.filePath()).entryInfoList(filter, QDir::Name))
-            node->children.push_back(readTree(child));
-    }
-    return node;
-}
-
-QByteArray fileIdentifier(const Node& target, const QString& name, int characteristics,
-                          quint32 location)
-{
-    QByteArray id;
-    if (!name.isEmpty() && QString::fromLatin1(name.toLatin1()) == name) {
-        id = '\x08' + name.toLatin1();
-    } else if (!name.isEmpty()) {
-        id = "\x10";
-        for (const QChar c : name)
-            id.append(char(c.unicode() >> 8)).append(char(c.unicode() & 0xFF));
-    }
+    const bool isNarrow = QString::fromLatin1(name.toLatin1()) == name;
+    QByteArray id = isNarrow ? '\x08' + name.toLatin1() : QByteArray("\x10");
+    for (int i = 0; i < name.size() && !isNarrow; ++i)
+        id.append(char(name[i].unicode() >> 8)).append(char(name[i].unicode() & 0xFF));
+    if (name.isEmpty())
+        id.clear();
     Writer body;
-    body.u16(1).u8(characteristics).u8(id.size());
-    body.place(blockSize, target.entryAt, metadataPartition).u16(0).bytes(id);
-    return descriptor(257, location, body.zeros((4 - (38 + id.size()) % 4) % 4));
+    body.u16(1).u8((isFolder ? 2 : 0) | (name.isEmpty() ? 8 : 0)).u8(id.size());
+    body.place(blockSize, entryAt, metadataPartition).u16(0).bytes(id);
+    return descriptor(257, 0, body.zeros((4 - (38 + id.size()) % 4) % 4));
 }
 
-QByteArray folderContents(const Node& folder, const Node& parent)
+/// `allocation` holds the extents, or the contents. All but ordinary files have extended entries.
+QByteArray fileEntry(int kind, int size, const QByteArray& allocation, Allocation allocationKind)
 {
-    QByteArray contents = fileIdentifier(parent, QString(), 8 | 2, folder.dataAt);
-    for (const auto& child : folder.children) {
-        const quint32 location = folder.dataAt + quint32(contents.size() / blockSize);
-        contents += fileIdentifier(*child, child->name, child->isFolder ? 2 : 0, location);
-    }
-    return contents;
-}
-
-/// `allocation` says where the contents lie, in the way that `allocationKind` names.
-QByteArray fileEntry(int kind, quint32 location, qint64 size, const QByteArray& allocation,
-                     int allocationKind)
-{
-    const bool isInternal = kind >= 250;
+    const bool isExtended = kind != fileKind;
     Writer body;
-    body.u32(0).u16(4).u16(0).u16(1).u8(0).u8(kind).zeros(6).u16(allocationKind);
-    body.u32(~0u).u32(~0u).u32(0x14A5).u16(1).zeros(2).u32(0);
-    body.u64(quint64(size)).u64(quint64(size)).u64(blocksOf(size));
-    body.time().time().time().time().u32(1).u32(0).zeros(32).implementation();
-    body.u64(isInternal ? 0 : location + 16)
-        .u32(0)
-        .u32(quint32(allocation.size()))
-        .bytes(allocation);
-    return descriptor(266, location, body);
+    body.u32(0).u16(4).u16(0).u16(1).u8(0).u8(kind).zeros(6).u16(allocationKind).zeros(20);
+    body.u64(quint64(size)).zeros(isExtended ? 144 : 104);
+    body.u32(0).u32(quint32(allocation.size())).bytes(allocation);
+    return descriptor(isExtended ? 266 : 261, 0, body);
 }
 
 class ImageWriter
 {
 public:
-    ImageWriter(const QString& folder, const QString& image, const QByteArray& volumeName)
-        : m_root(readTree(QFileInfo(folder)))
-        , m_file(image)
+    ImageWriter(const QString& image, const QByteArray& volumeName)
+        : m_file(image)
         , m_volumeName(volumeName)
     {
         if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
             qFatal("%s cannot be written", qPrintable(image));
     }
 
-    void write()
+    void write(const QString& folder)
     {
-        m_metadataBlocks = 2; // the description of the file set
-        layOutMetadata(*m_root);
-        m_metadataBlocks = (m_metadataBlocks + 31) / 32 * 32;
-        m_dataBlocks = metadataAt + m_metadataBlocks;
-        layOutFiles(*m_root);
-
-        const quint32 end = partitionAt + m_dataBlocks;
-        writeVolume(end);
+        const quint32 rootAt = m_nextMetadata;
+        writeFolder(folder, rootAt);
+        writeBlock(16, Writer().u8(0).bytes("BEA01").u8(1).result());
+        writeBlock(17, Writer().u8(0).bytes("NSR03").u8(1).result());
+        writeBlock(18, Writer().u8(0).bytes("TEA01").u8(1).result());
+        for (const quint32 at : {sequenceAt, reserveSequenceAt})
+            writeSequence(at);
         writeMetadataFile(250, metadataFileAt);
         writeMetadataFile(251, metadataMirrorAt);
-        writeFileSet();
-        writeNode(*m_root, *m_root);
-        writeAnchor(end);
+        Writer fileSet;
+        fileSet.zeros(384).place(blockSize, rootAt, metadataPartition).zeros(96);
+        writeMetadata(0, descriptor(256, 0, fileSet));
+        for (const quint32 at : {anchorAt, partitionAt + m_nextData}) {
+            Writer body;
+            body.extent(16 * blockSize, sequenceAt).extent(16 * blockSize, reserveSequenceAt);
+            writeBlock(at, descriptor(2, at, body.zeros(480)));
+        }
     }
 
 private:
-    void layOutMetadata(Node& node)
-    {
-        node.entryAt = m_metadataBlocks++;
-        if (!node.isFolder)
-            return;
-        node.dataAt = m_metadataBlocks;
-        node.size = folderContents(node, node).size();
-        m_metadataBlocks += blocksOf(node.size);
-        for (const auto& child : node.children)
-            layOutMetadata(*child);
-    }
-
-    void layOutFiles(Node& node)
-    {
-        if (!node.isFolder) {
-            node.dataAt = m_dataBlocks;
-            m_dataBlocks += blocksOf(node.size);
-        }
-        for (const auto& child : node.children)
-            layOutFiles(*child);
-    }
-
     void writeBlock(quint32 block, const QByteArray& bytes)
     {
         m_file.seek(qint64(block) * blockSize);
@@ -238,121 +142,100 @@ private:
     }
     void writeMetadata(quint32 block, const QByteArray& bytes)
     {
+        if (block >= metadataBlocks)
+            qFatal("too many files");
         writeBlock(partitionAt + metadataAt + block, bytes);
     }
 
-    void writeVolume(quint32 end)
+    /// The description of the volume.
+    void writeSequence(quint32 at)
     {
-        writeBlock(16, Writer().u8(0).bytes("BEA01").u8(1).result());
-        writeBlock(17, Writer().u8(0).bytes("NSR03").u8(1).result());
-        writeBlock(18, Writer().u8(0).bytes("TEA01").u8(1).result());
-        for (const quint32 at : {sequenceAt, reserveSequenceAt}) {
-            writeBlock(at, descriptor(1, at, primaryVolume()));
-            writeBlock(at + 1, descriptor(5, at + 1, partition(end)));
-            writeBlock(at + 2, descriptor(6, at + 2, logicalVolume()));
-            writeBlock(at + 3, descriptor(7, at + 3, Writer().u32(4).u32(0)));
-            writeBlock(at + 4, descriptor(8, at + 4, Writer().zeros(496)));
-        }
-        writeBlock(integrityAt, descriptor(9, integrityAt, integrity(end)));
-        writeBlock(integrityAt + 1, descriptor(8, integrityAt + 1, Writer().zeros(496)));
-        writeAnchor(anchorAt);
-    }
-
-    void writeAnchor(quint32 at)
-    {
-        Writer body;
-        body.extent(16 * blockSize, sequenceAt).extent(16 * blockSize, reserveSequenceAt);
-        writeBlock(at, descriptor(2, at, body.zeros(480)));
-    }
-
-    Writer primaryVolume() const
-    {
-        Writer body;
-        body.u32(1).u32(0).string(m_volumeName, 32).u16(1).u16(1).u16(2).u16(2).u32(1).u32(1);
-        body.string("1234567812345678" + m_volumeName, 128).characterSet().characterSet();
-        body.zeros(16).zeros(32).time().implementation().zeros(64).u32(0).u16(1);
-        return body.zeros(22);
-    }
-
-    Writer partition(quint32 end) const
-    {
-        Writer body;
-        body.u32(2).u16(1).u16(0).identifier("+NSR03").zeros(128).u32(1).u32(partitionAt);
-        return body.u32(end - partitionAt).implementation().zeros(128 + 156);
-    }
-
-    Writer logicalVolume() const
-    {
-        Writer map;
-        map.u8(1).u8(6).u16(1).u16(0);
-        map.u8(2).u8(64).zeros(2).identifier("*UDF Metadata Partition", revision).u16(1).u16(0);
-        map.u32(metadataFileAt).u32(metadataMirrorAt).u32(~0u).u32(32).u16(32).u8(0).zeros(5);
-        Writer body;
-        body.u32(3).characterSet().string(m_volumeName, 128).u32(blockSize).domain();
-        body.place(blockSize, 0, metadataPartition).u32(quint32(map.result().size())).u32(2);
-        body.implementation().zeros(128).extent(2 * blockSize, integrityAt);
-        return body.bytes(map.result());
-    }
-
-    Writer integrity(quint32 end) const
-    {
-        Writer body;
-        body.time().u32(1).zeros(8).u64(1000).zeros(24).u32(2).u32(46).u32(0).u32(0);
-        body.u32(end - partitionAt).u32(m_metadataBlocks).implementation().u32(1).u32(1);
-        return body.u16(revision).u16(revision).u16(revision);
+        Writer primary;
+        writeBlock(at, descriptor(1, at, primary.zeros(8).string(m_volumeName, 32).zeros(440)));
+        Writer partition;
+        partition.u32(2).u16(1).u16(dataPartition).identifier("+NSR03").zeros(132);
+        partition.u32(partitionAt).u32(m_nextData).zeros(316);
+        writeBlock(at + 1, descriptor(5, at + 1, partition));
+        Writer maps;
+        maps.u8(1).u8(6).u16(1).u16(dataPartition);
+        maps.u8(2).u8(64).zeros(2).identifier("*UDF Metadata Partition").u16(1).u16(dataPartition);
+        maps.u32(metadataFileAt).u32(metadataMirrorAt).u32(~0u).u32(32).u16(32).zeros(6);
+        Writer volume;
+        volume.u32(3).zeros(64).string(m_volumeName, 128).u32(blockSize);
+        volume.identifier("*OSTA UDF Compliant").place(blockSize, 0, metadataPartition);
+        volume.u32(quint32(maps.result().size())).u32(2).zeros(168).bytes(maps.result());
+        writeBlock(at + 2, descriptor(6, at + 2, volume));
+        writeBlock(at + 3, descriptor(8, at + 3, Writer().zeros(496)));
     }
 
     void writeMetadataFile(int kind, quint32 at)
     {
-        const quint32 size = m_metadataBlocks * blockSize;
-        const QByteArray allocation = Writer().extent(size, metadataAt).result();
-        writeBlock(partitionAt + at, fileEntry(kind, at, size, allocation, 0));
+        const int size = metadataBlocks * blockSize;
+        writeBlock(
+            partitionAt + at,
+            fileEntry(kind, size, Writer().extent(size, metadataAt).result(), NarrowExtents));
     }
 
-    void writeFileSet()
+    /// Writes what is in the folder, and the folder; the block of its entry.
+    quint32 writeFolder(const QString& path, quint32 parentAt)
     {
-        Writer body;
-        body.time().u16(3).u16(3).u32(1).u32(1).u32(0).u32(0).characterSet();
-        body.string(m_volumeName, 128).characterSet().string(m_volumeName, 32).zeros(64);
-        body.place(blockSize, m_root->entryAt, metadataPartition).domain().zeros(64);
-        writeMetadata(0, descriptor(256, 0, body));
-        writeMetadata(1, descriptor(8, 1, Writer().zeros(496)));
-    }
-
-    void writeNode(const Node& node, const Node& parent)
-    {
-        QByteArray allocation;
-        if (node.isFolder) {
-            allocation = Writer().extent(quint32(node.size), node.dataAt).result();
-            writeMetadata(node.dataAt, folderContents(node, parent));
-        } else if (node.size > 0) {
-            allocation = Writer().place(quint32(node.size), node.dataAt, dataPartition).result();
-            writeContents(node);
+        const quint32 entryAt = m_nextMetadata++;
+        QByteArray lines = fileIdentifier(QString(), true, parentAt);
+        const auto filter = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+        for (const QFileInfo& child : QDir(path).entryInfoList(filter, QDir::Name)) {
+            const quint32 at = child.isDir() ? writeFolder(child.filePath(), entryAt)
+                                             : writeFile(contentOf(child.filePath()));
+            lines += fileIdentifier(child.fileName(), child.isDir(), at);
         }
-        writeMetadata(node.entryAt, fileEntry(node.isFolder ? 4 : 5, node.entryAt, node.size,
-                                              allocation, node.isFolder ? 0 : 1));
-        for (const auto& child : node.children)
-            writeNode(*child, node);
+        const QByteArray extent = Writer().extent(lines.size(), m_nextMetadata).result();
+        writeMetadata(entryAt, fileEntry(folderKind, lines.size(), extent, NarrowExtents));
+        writeMetadata(m_nextMetadata, lines);
+        m_nextMetadata += blocksOf(lines.size());
+        return entryAt;
     }
 
-    void writeContents(const Node& node)
+    quint32 writeFile(const QByteArray& content)
     {
-        QFile source(node.path);
-        if (!source.open(QIODevice::ReadOnly))
-            qFatal("%s cannot be read", qPrintable(node.path));
-        writeBlock(partitionAt + node.dataAt, source.readAll());
+        const bool isInside = content.size() <= largestInside;
+        const quint32 at = m_nextMetadata++;
+        writeMetadata(at, fileEntry(fileKind, content.size(),
+                                    isInside ? content : writeContents(content),
+                                    isInside ? Inside : WideExtents));
+        return at;
     }
 
-    std::unique_ptr<Node> m_root;
+    /// The extents, as the file's entry lists them.
+    QByteArray writeContents(const QByteArray& content)
+    {
+        if (content.size() <= largestWhole)
+            return writeExtent(content);
+        QByteArray extents = writeExtent(content.left(firstExtent));
+        const quint32 listAt = m_nextData++;
+        const quint32 isList = 3u << 30;
+        extents += Writer().place(isList | blockSize, listAt, dataPartition).result();
+        const QByteArray rest = writeExtent(content.mid(firstExtent));
+        writeBlock(partitionAt + listAt,
+                   descriptor(258, listAt, Writer().u32(0).u32(quint32(rest.size())).bytes(rest)));
+        return extents;
+    }
+
+    QByteArray writeExtent(const QByteArray& content)
+    {
+        const quint32 at = m_nextData;
+        writeBlock(partitionAt + at, content);
+        m_nextData += blocksOf(content.size());
+        return Writer().place(quint32(content.size()), at, dataPartition).result();
+    }
+
     QFile m_file;
     QByteArray m_volumeName;
-    quint32 m_metadataBlocks = 0;
-    quint32 m_dataBlocks = 0;
+    quint32 m_nextMetadata = 2; ///< behind the description of the file set
+    quint32 m_nextData = metadataAt + metadataBlocks;
 };
 
 } // namespace
 
 void writeUdfImage(const QString& folder, const QString& image, const QByteArray& volumeName)
 {
-    ImageWriter(folder, image, volumeName).write();
+    ImageWriter(image, volumeName).write(folder);
 }

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/bluraydisc.h"
 
-#include "bluray/discfiles.h"
 #include "bluray/discname.h"
 #include "bluray/navigationfile.h"
 #include "bluray/playlist.h"
 #include "bluray/streamfile.h"
 #include "deadline.h"
+#include "disc/discfiles.h"
 #include "log.h"
+#include "text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -28,13 +29,6 @@ constexpr std::chrono::minutes discLimit{2};
 const char* const rootFolders[] = {"BDMV", "BDAV"};
 const char* const protectionFiles[] = {"AACS/Unit_Key_RO.inf", "AACS/Unit_Key_RW.inf",
                                        "BDSVM/00000.svm"};
-
-std::string withoutTrailingSeparators(std::string path)
-{
-    while (path.size() > 1 && path.back() == '/')
-        path.pop_back();
-    return path;
-}
 
 /// The earliest and the latest time stamp at which playlists play a stream file.
 struct PlayedTimes
@@ -101,11 +95,13 @@ public:
 
 private:
     std::string discName() const;
+    std::string streamPath(const std::string& name) const { return m_root + "/STREAM/" + name; }
     void readPlaylists();
     void readPlaylist(const std::string& name);
     void readFiles();
     std::optional<StreamFileDescription> describe(const std::string& name,
                                                   const PlayedTimes& times);
+    void completeSound();
     void makeTitle(const std::string& name, const Playlist& playlist);
 
     std::string m_path;
@@ -131,6 +127,7 @@ std::unique_ptr<BlurayDisc> DiscReader::read()
 
     readPlaylists();
     readFiles();
+    completeSound();
     for (const auto& [playlist, name] : m_playlists)
         makeTitle(name, playlist);
     std::sort(m_disc->titles.begin(), m_disc->titles.end(),
@@ -211,7 +208,7 @@ void DiscReader::readFiles()
 std::optional<StreamFileDescription> DiscReader::describe(const std::string& name,
                                                           const PlayedTimes& times)
 {
-    const std::string path = m_root + "/STREAM/" + name;
+    const std::string path = streamPath(name);
     if (!m_deadline.expired()) {
         if (const auto clip = findClipInformation(m_files, path))
             return describeByClipInformation(*clip);
@@ -223,6 +220,26 @@ std::optional<StreamFileDescription> DiscReader::describe(const std::string& nam
     if (times.start < times.end)
         return describeByTimes(times.start, times.end);
     return std::nullopt;
+}
+
+/// Of the largest files, which are those that people import.
+void DiscReader::completeSound()
+{
+    constexpr std::size_t mostFiles = 30;
+    std::vector<std::pair<std::uint64_t, DiscStreamFile*>> files; // with their sizes
+    for (DiscStreamFile& file : m_disc->files) {
+        if (!lacksChannels(file.movie) || m_deadline.expired())
+            continue;
+        if (const ByteSourcePtr bytes = m_files.openFile(streamPath(file.name)))
+            files.emplace_back(bytes->size(), &file);
+    }
+    std::stable_sort(files.begin(), files.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    files.resize(std::min(files.size(), mostFiles));
+    for (const auto& [size, file] : files) {
+        if (!m_streamDeadline.expired())
+            engine::completeSound(m_files, streamPath(file->name), file->movie);
+    }
 }
 
 /// Items that play nothing are left out: those of files about which nothing is known, and those

@@ -2,6 +2,8 @@
 #include "bluray/clipinformation.h"
 
 #include "bluray/codings.h"
+#include "disc/bytereader.h"
+#include "text.h"
 
 #include <algorithm>
 
@@ -65,9 +67,7 @@ std::vector<ClockSequence> parseSequences(ByteReader bytes)
 std::string parseLanguage(ByteReader& bytes)
 {
     const std::string code = bytes.text(3);
-    const bool isCode = code.size() == 3 && std::all_of(code.begin(), code.end(), [](char c) {
-                            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-                        });
+    const bool isCode = code.size() == 3 && std::all_of(code.begin(), code.end(), isLetter);
     return isCode ? code : "";
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "bluray/bytereader.h"
+#include "media/bytesource.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,7 +11,7 @@
 namespace engine {
 
 /// Times on a disc count in 1/45000 s.
-constexpr std::int64_t ticksPerSecond = 45000;
+constexpr std::int64_t blurayTicksPerSecond = 45000;
 
 /// A stretch of a stream file with one running clock.
 struct ClockSequence

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "bluray/discfiles.h"
+#include "disc/discfiles.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/playlist.h"
 
+#include "disc/bytereader.h"
+#include "text.h"
+
 #include <algorithm>
 
 namespace engine {
@@ -11,8 +14,7 @@ constexpr std::uint8_t entryMark = 1;
 
 bool isClipName(const std::string& name)
 {
-    return name.size() == 5 &&
-           std::all_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    return name.size() == 5 && std::all_of(name.begin(), name.end(), isDigit);
 }
 
 /// Further angles and the table of streams follow in the item's bytes; they are not needed.

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "bluray/bytereader.h"
+#include "media/bytesource.h"
 
 #include <cstdint>
 #include <optional>

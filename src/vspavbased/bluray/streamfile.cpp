@@ -19,7 +19,7 @@ namespace {
 double hostDuration(std::int64_t ticks)
 {
     const double milliseconds =
-        static_cast<double>((ticks * 1000 + ticksPerSecond - 1) / ticksPerSecond);
+        static_cast<double>((ticks * 1000 + blurayTicksPerSecond - 1) / blurayTicksPerSecond);
     const double seconds = milliseconds / 1000.0;
     return seconds * 1000.0 < milliseconds ? std::nextafter(seconds, seconds + 1.0) : seconds;
 }
@@ -46,18 +46,48 @@ std::vector<StreamFacts> byPid(std::vector<StreamFacts> streams, const AVFormatC
     return kept;
 }
 
+/// Encrypted files have their packets' first bytes in the clear only once in so many.
+bool isEncrypted(const DiscFiles& files, const std::string& path)
+{
+    constexpr std::size_t packetsOfUnit = 32;
+    constexpr std::uint8_t syncByte = 0x47;
+    const ByteSourcePtr file = files.openFile(path);
+    Bytes unit(packetsOfUnit * streamPacketSize);
+    unit.resize(file ? file->read(0, unit.data(), unit.size()) : 0);
+    for (std::size_t at = streamPacketHeader; at < unit.size(); at += streamPacketSize) {
+        if (unit[at] != syncByte)
+            return true;
+    }
+    return false;
+}
+
+/// The file with its streams; null when it is missing, encrypted or none.
+std::unique_ptr<Demuxer> demuxStream(const DiscFiles& files, const std::string& path,
+                                     std::int64_t mostBytes)
+{
+    auto demuxer = isEncrypted(files, path) ? nullptr : files.demux(path);
+    if (!demuxer || !isTransportStream(*demuxer->context()))
+        return nullptr;
+    demuxer->context()->probesize = mostBytes;
+    return demuxer->findStreamInfo() ? std::move(demuxer) : nullptr;
+}
+
+bool lacksChannels(const StreamFacts& stream)
+{
+    return stream.kind == AVBased::StreamKindAudio && stream.channels == 0;
+}
+
 /// The first time stamp of the pictures, to which playlists refer, else of anything.
 std::int64_t startTicks(const AVFormatContext& context)
 {
-    const AVRational ticks = {1, static_cast<int>(ticksPerSecond)};
     for (unsigned i = 0; i < context.nb_streams; ++i) {
         const AVStream& stream = *context.streams[i];
         if (isMovingPicture(stream) && stream.start_time != AV_NOPTS_VALUE)
-            return av_rescale_q(stream.start_time, stream.time_base, ticks);
+            return av_rescale_q(stream.start_time, stream.time_base, blurayTickBase);
     }
     return context.start_time == AV_NOPTS_VALUE
                ? 0
-               : av_rescale_q(context.start_time, AV_TIME_BASE_Q, ticks);
+               : av_rescale_q(context.start_time, AV_TIME_BASE_Q, blurayTickBase);
 }
 
 } // namespace
@@ -84,15 +114,14 @@ StreamFileDescription describeByClipInformation(const ClipInformation& clip)
 std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
                                                       const std::string& path)
 {
-    // libav finds out soon that an encrypted file is none of its formats; told what it should be,
-    // it would search the whole file for packets.
-    const auto demuxer = files.demux(path);
-    if (!demuxer || !isTransportStream(*demuxer->context()) || !demuxer->findStreamInfo())
+    constexpr std::int64_t enoughForAll = 5000000;
+    const auto demuxer = demuxStream(files, path, enoughForAll);
+    if (!demuxer)
         return std::nullopt;
     AVFormatContext& context = *demuxer->context();
     const std::int64_t start = startTicks(context);
     const std::int64_t length =
-        av_rescale(std::max<std::int64_t>(context.duration, 0), ticksPerSecond, AV_TIME_BASE);
+        av_rescale(std::max<std::int64_t>(context.duration, 0), blurayTicksPerSecond, AV_TIME_BASE);
     if (context.nb_streams == 0 || start < 0 || length == 0 || start + length > UINT32_MAX)
         return std::nullopt;
 
@@ -103,6 +132,32 @@ std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
         {0, static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(start + length)}};
     setDuration(description.movie, length);
     return description;
+}
+
+bool lacksChannels(const MovieFacts& movie)
+{
+    return std::any_of(movie.streams.begin(), movie.streams.end(),
+                       [](const StreamFacts& stream) { return lacksChannels(stream); });
+}
+
+void completeSound(const DiscFiles& files, const std::string& path, MovieFacts& movie)
+{
+    constexpr std::int64_t enoughForSound = 2500000;
+    const auto demuxer = demuxStream(files, path, enoughForSound);
+    if (!demuxer)
+        return;
+    AVFormatContext& context = *demuxer->context();
+    const std::vector<StreamFacts> found = byPid(describeMovie(context).streams, context);
+    for (StreamFacts& stream : movie.streams) {
+        const auto same = std::find_if(found.begin(), found.end(), [&](const StreamFacts& other) {
+            return other.id == stream.id && other.channels > 0;
+        });
+        if (!lacksChannels(stream) || same == found.end())
+            continue;
+        stream.channels = same->channels;
+        stream.channelLayout = same->channelLayout;
+        stream.sampleRate = same->sampleRate;
+    }
 }
 
 StreamFileDescription describeByTimes(std::uint32_t start, std::uint32_t end)

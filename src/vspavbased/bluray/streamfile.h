@@ -2,13 +2,22 @@
 #pragma once
 
 #include "bluray/clipinformation.h"
-#include "bluray/discfiles.h"
+#include "disc/discfiles.h"
+#include "libav.h"
 #include "moviefacts.h"
 
 #include <optional>
 #include <string>
 
 namespace engine {
+
+/// The unit of times on the disc, as libav writes it.
+constexpr AVRational blurayTickBase = {1, static_cast<int>(blurayTicksPerSecond)};
+
+/// Stream files are made of packets of a transport stream, with four bytes before each that only
+/// players need.
+constexpr int streamPacketSize = 192;
+constexpr int streamPacketHeader = 4;
 
 /// What is known about a stream file.
 struct StreamFileDescription
@@ -27,6 +36,15 @@ StreamFileDescription describeByClipInformation(const ClipInformation& clip);
 /// missing or encrypted.
 std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
                                                       const std::string& path);
+
+/// Whether how many channels some of the sound has is left open: clip information has one code for
+/// all numbers above two.
+bool lacksChannels(const MovieFacts& movie);
+
+/// Fills in what clip information leaves open of the sound, its channels and its sample rate, from
+/// the stream file, of which libav reads a few megabytes at most. Changes nothing when that is
+/// missing or encrypted.
+void completeSound(const DiscFiles& files, const std::string& path, MovieFacts& movie);
 
 /// When nothing can be read, from the time stamps between which playlists play the file: one stream
 /// of an unknown kind that is so long.

@@ -11,7 +11,7 @@ namespace {
 
 double inSeconds(std::int64_t ticks)
 {
-    return static_cast<double>(ticks) / static_cast<double>(ticksPerSecond);
+    return static_cast<double>(ticks) / static_cast<double>(blurayTicksPerSecond);
 }
 
 std::vector<const char*> clipNames(const DiscTitle& title,

@@ -12,25 +12,6 @@ namespace engine {
 
 namespace {
 
-/// Real ones have a few hundred thousand bytes at most.
-constexpr std::size_t largestIfo = 4 * 1024 * 1024;
-
-/// Grows with what there is, not with what the disc claims.
-std::vector<std::uint8_t> readWhole(DiscFile& file)
-{
-    constexpr std::size_t step = 128 * 1024;
-    std::vector<std::uint8_t> bytes;
-    while (bytes.size() < largestIfo) {
-        const std::size_t begin = bytes.size();
-        bytes.resize(begin + step);
-        const std::size_t count = file.read(begin, bytes.data() + begin, step);
-        bytes.resize(begin + count);
-        if (count == 0)
-            break;
-    }
-    return bytes;
-}
-
 /// What one file holds, and how much was wrong with it.
 template <typename Content>
 struct IfoContent
@@ -43,20 +24,19 @@ template <typename Content>
 using IfoParser = std::optional<Content> (*)(const ByteView& ifo, IfoFindings& findings);
 
 template <typename Content>
-IfoContent<Content> readIfo(VideoTs& files, const std::string& name, IfoParser<Content> parse)
+IfoContent<Content> readIfo(const VideoTs& files, const std::string& name, IfoParser<Content> parse)
 {
-    const std::unique_ptr<DiscFile> file = files.openFile(name);
-    if (!file)
+    const auto bytes = files.read(name);
+    if (!bytes)
         return {};
-    const std::vector<std::uint8_t> bytes = readWhole(*file);
     IfoFindings findings(name);
-    std::optional<Content> content = parse({bytes.data(), bytes.size()}, findings);
+    std::optional<Content> content = parse(*bytes, findings);
     return {std::move(content), findings.count()};
 }
 
 /// From the IFO file called `name`, which lacks its ending, or from its copy if that is better.
 template <typename Content>
-std::optional<Content> readWithBackup(VideoTs& files, const std::string& name,
+std::optional<Content> readWithBackup(const VideoTs& files, const std::string& name,
                                       IfoParser<Content> parse)
 {
     IfoContent<Content> original = readIfo(files, name + ".IFO", parse);
@@ -128,14 +108,14 @@ std::string withoutBlanks(const std::string& name)
 
 } // namespace
 
-std::optional<TitleSet> readTitleSet(VideoTs& files, int number)
+std::optional<TitleSet> readTitleSet(const VideoTs& files, int number)
 {
     char name[16];
     std::snprintf(name, sizeof(name), "VTS_%02d_0", number);
     return readWithBackup<TitleSet>(files, name, parseTitleSet);
 }
 
-std::optional<DvdDisc> readDvd(VideoTs& files, const DvdLocation& location)
+std::optional<DvdDisc> readDvd(const VideoTs& files, const DvdLocation& location)
 {
     const auto manager = readWithBackup<VideoManager>(files, "VIDEO_TS", parseVideoManager);
 

@@ -35,9 +35,12 @@ struct DvdDisc
 
 /// Reads the tables of the disc at `location`, whose files are `files`; where an IFO file is
 /// missing or damaged, its copy. Nothing when there is nothing on the disc that it could play.
-std::optional<DvdDisc> readDvd(VideoTs& files, const DvdLocation& location);
+///
+/// They are taken apart here rather than by libdvdread: that reaches beyond its own memory when
+/// tables or directories are damaged.
+std::optional<DvdDisc> readDvd(const VideoTs& files, const DvdLocation& location);
 
 /// Reads the tables of one title set.
-std::optional<TitleSet> readTitleSet(VideoTs& files, int number);
+std::optional<TitleSet> readTitleSet(const VideoTs& files, int number);
 
 } // namespace engine

@@ -86,12 +86,12 @@ AVBased::IAVSource* DvdImporter::openSource(std::int32_t movieId, std::int32_t v
     const auto title = static_cast<std::size_t>(reference.number - 1);
     if (!set || title >= set->titles.size())
         return nullptr;
-    const std::shared_ptr<TitleVobs> vobs = TitleVobs::open(*files, reference.titleSet);
-    if (!vobs || isScrambled(*vobs)) {
-        log(name + (vobs ? ": scrambled" : ": its video is missing"));
+    const ByteSourcePtr video = files->openVideo(reference.titleSet);
+    if (!video || isScrambled(*video)) {
+        log(name + (video ? ": scrambled" : ": its video is missing"));
         return nullptr;
     }
-    return DvdSource::open(*set, set->titles[title], vobs, name);
+    return DvdSource::open(*set, set->titles[title], video, name);
 }
 
 /// Nothing is open while the importer waits.
@@ -118,8 +118,8 @@ bool DvdImporter::isDiscScrambled(const char* utf8Path)
     const std::unique_ptr<VideoTs> files = location ? VideoTs::open(*location) : nullptr;
     Deadline deadline(describeLimit);
     for (int i = 1; files && i <= mostTitleSets && !deadline.expired(); ++i) {
-        const std::shared_ptr<TitleVobs> vobs = TitleVobs::open(*files, i);
-        if (vobs && isScrambled(*vobs))
+        const ByteSourcePtr video = files->openVideo(i);
+        if (video && isScrambled(*video))
             return true;
     }
     return false;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/dvdlocation.h"
 
+#include "disc/discfolder.h"
 #include "text.h"
 
 #include <filesystem>
@@ -10,23 +11,6 @@ namespace engine {
 namespace {
 
 namespace fs = std::filesystem;
-
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-/// The directory of `folder` that is called VIDEO_TS, in whatever case.
-std::optional<fs::path> findVideoTs(const fs::path& folder)
-{
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        if (toUpper(entry->path().filename().string()) == "VIDEO_TS" && entry->is_directory(error))
-            return entry->path();
-    }
-    return std::nullopt;
-}
 
 /// What a person would call the disc whose files lie in `videoTs`.
 std::string discNameOf(const fs::path& videoTs)
@@ -38,8 +22,8 @@ std::string discNameOf(const fs::path& videoTs)
 std::optional<DvdLocation> locateFolder(const fs::path& folder)
 {
     DvdLocation location;
-    if (const auto videoTs = findVideoTs(folder)) {
-        location.path = videoTs->string();
+    if (const auto videoTs = DiscFolder(folder.string()).findFolder("VIDEO_TS")) {
+        location.path = (folder / *videoTs).string();
         location.name = folder.filename().string();
         return location;
     }
@@ -72,13 +56,13 @@ bool isImageSuffix(const std::string& suffix)
 
 std::optional<DvdLocation> locateDvd(const std::string& path)
 {
-    const std::size_t end = path.find_last_not_of('/');
-    if (end == std::string::npos)
+    const std::string bare = withoutTrailingSeparators(path);
+    if (bare.empty())
         return std::nullopt;
-    const bool hasSeparator = end + 1 < path.size();
+    const bool hasSeparator = bare.size() < path.size();
 
     std::error_code error;
-    fs::path item = fs::absolute(path.substr(0, end + 1), error).lexically_normal();
+    fs::path item = fs::absolute(bare, error).lexically_normal();
     if (!item.has_filename()) // of "folder/."
         item = item.parent_path();
     const fs::file_status status = fs::status(item, error);

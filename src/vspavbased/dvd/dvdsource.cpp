@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/dvdsource.h"
 
-#include "dvd/titlebytes.h"
+#include "disc/joinedbytes.h"
+#include "disc/sector.h"
 #include "log.h"
 
 #include <algorithm>
@@ -31,38 +32,42 @@ VideoTrack makeTrack()
     return track;
 }
 
+/// What the title plays, as one stream of bytes.
+ByteSourcePtr joinPieces(const TitleLayout& layout, const ByteSourcePtr& video)
+{
+    const auto bytes = std::make_shared<JoinedBytes>();
+    for (const TitleLayout::Piece& piece : layout.pieces())
+        bytes->append(video, piece.sector * sectorSize, piece.count * sectorSize);
+    return bytes;
+}
+
 } // namespace
 
-DvdSource* DvdSource::open(const TitleSet& set, const Title& title, std::shared_ptr<TitleVobs> vobs,
+DvdSource* DvdSource::open(const TitleSet& set, const Title& title, const ByteSourcePtr& video,
                            const std::string& name)
 {
-    auto layout = std::make_shared<const TitleLayout>(set, title, vobs->sectorCount());
+    auto layout = std::make_shared<const TitleLayout>(set, title, video->size() / sectorSize);
     if (layout->vobus().empty()) {
         log(name + ": the files hold nothing of the title");
         return nullptr;
     }
-    auto demuxer = Demuxer::openBytes(std::make_unique<TitleBytes>(layout, vobs), name,
-                                      av_find_input_format("mpeg"));
+    ByteSourcePtr bytes = joinPieces(*layout, video);
+    auto demuxer = Demuxer::openBytes(bytes, name, av_find_input_format("mpeg"));
     auto reader = FrameReader::open(std::move(demuxer), makeTrack());
     if (!reader) {
         log(name + ": no video");
         return nullptr;
     }
-    return new DvdSource(std::move(layout), std::move(vobs), std::move(reader), set.video);
+    return new DvdSource(std::move(layout), std::move(bytes), std::move(reader), set.video);
 }
 
-DvdSource::DvdSource(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs,
+DvdSource::DvdSource(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr titleBytes,
                      std::unique_ptr<FrameReader> reader, const VideoAttributes& video)
     : m_layout(layout)
-    , m_clock(std::move(layout), std::move(vobs))
+    , m_clock(std::move(layout), std::move(titleBytes))
     , m_reader(std::move(reader))
     , m_video(video)
 {}
-
-void DvdSource::release()
-{
-    delete this;
-}
 
 void DvdSource::seek(std::int32_t positionMs)
 {
@@ -70,22 +75,14 @@ void DvdSource::seek(std::int32_t positionMs)
     m_wantedMs = std::max(positionMs, 0);
     m_isSeeking = true;
     m_ahead = {};
-    m_frame.picture.reset();
-    m_frameTimeMs = -1;
+    forgetFrame();
 }
 
-bool DvdSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
-                          std::int32_t /*mode*/)
+bool DvdSource::readNext()
 {
-    bool delivered;
     if (std::exchange(m_isSeeking, false))
-        delivered = show(findWanted());
-    else
-        delivered = repeatStill() || show(std::exchange(m_ahead, {}));
-    *frame = m_frame.picture ? &m_frame : nullptr;
-    *positionMs = m_frameTimeMs;
-    *flags = 0;
-    return delivered;
+        return show(findWanted());
+    return repeatStill() || show(std::exchange(m_ahead, {}));
 }
 
 /// A picture that stands still is given again and again, as often as it would be shown, until it is
@@ -94,10 +91,10 @@ bool DvdSource::repeatStill()
 {
     if (!m_ahead.picture)
         m_ahead = next();
-    const std::int64_t shownMs = std::max(m_frameTimeMs, m_wantedMs);
-    if (!m_frame.picture || m_frameTimeMs < 0 || m_ahead.timeMs - shownMs < shortestStillMs)
+    const std::int64_t shownMs = std::max(m_frameMs, m_wantedMs);
+    if (!m_frame.picture || m_frameMs < 0 || m_ahead.timeMs - shownMs < shortestStillMs)
         return false;
-    m_frameTimeMs = shownMs + pictureDuration() / ticksPerMillisecond;
+    m_frameMs = shownMs + pictureDuration() / ticksPerMillisecond;
     return true;
 }
 
@@ -188,7 +185,7 @@ bool DvdSource::show(TimedPicture picture)
     m_frame.pixelAspect = {m_video.displayAspect.numerator * picture.picture->height,
                            m_video.displayAspect.denominator * picture.picture->width};
     m_frame.picture = std::move(picture.picture);
-    m_frameTimeMs = picture.timeMs;
+    m_frameMs = picture.timeMs;
     return true;
 }
 

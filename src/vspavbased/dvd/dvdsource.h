@@ -3,8 +3,7 @@
 
 #include "dvd/titleclock.h"
 #include "media/framereader.h"
-#include "picture/frame.h"
-#include "vspavbased/iavsource.h"
+#include "media/framesource.h"
 
 #include <memory>
 
@@ -12,23 +11,19 @@ namespace engine {
 
 /// Frames of one title of a DVD, as they would be shown. Seeking goes to the very frame that is
 /// shown at the position.
-class DvdSource final : public AVBased::IAVSource
+class DvdSource final : public FrameSource
 {
 public:
-    /// Null, with the reason in the log, when the title has no video that can be decoded. `name`
-    /// is what the log calls it.
-    static DvdSource* open(const TitleSet& set, const Title& title, std::shared_ptr<TitleVobs> vobs,
+    /// `video` is that of the title set. Null, with the reason in the log, when the title has none
+    /// that can be decoded. `name` is what the log calls it.
+    static DvdSource* open(const TitleSet& set, const Title& title, const ByteSourcePtr& video,
                            const std::string& name);
 
     void seek(std::int32_t positionMs) override;
-    bool readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
-                   std::int32_t mode) override;
-    void release() override;
 
 private:
-    DvdSource(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs,
+    DvdSource(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr titleBytes,
               std::unique_ptr<FrameReader> reader, const VideoAttributes& video);
-    ~DvdSource() = default;
 
     /// A decoded picture, and when it is shown; -1 when the disc does not tell.
     struct TimedPicture
@@ -37,6 +32,7 @@ private:
         std::int64_t timeMs = -1;
     };
 
+    bool readNext() override;
     TimedPicture next();
     std::optional<Ticks> timeOf(const AVFrame& picture);
     TimedPicture findWanted();
@@ -50,8 +46,6 @@ private:
     TitleClock m_clock;
     std::unique_ptr<FrameReader> m_reader;
     VideoAttributes m_video;
-    AVBased::IAVFrame m_frame;
-    std::int64_t m_frameTimeMs = -1;
     std::int64_t m_wantedMs = 0;     ///< where the last seek went
     bool m_isSeeking = true;         ///< the picture there is yet to be found
     TimedPicture m_ahead;            ///< read to know how long the one before is shown

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/ifotable.h"
 
-#include "dvd/discfile.h"
+#include "disc/sector.h"
 #include "log.h"
+#include "text.h"
 
 namespace engine {
 
@@ -15,11 +16,6 @@ std::optional<int> decimal(std::uint8_t digits)
     if (tens > 9 || ones > 9)
         return std::nullopt;
     return tens * 10 + ones;
-}
-
-bool isLetter(int c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
 } // namespace
@@ -77,8 +73,8 @@ std::optional<Ticks> parseTime(const ByteView& bytes, bool isNtsc)
 
 std::string parseLanguage(std::uint16_t code)
 {
-    const int first = code >> 8;
-    const int second = code & 0xFF;
+    const char first = static_cast<char>(code >> 8);
+    const char second = static_cast<char>(code & 0xFF);
     if (!isLetter(first) || !isLetter(second))
         return {};
     return {static_cast<char>(first | 0x20), static_cast<char>(second | 0x20)};

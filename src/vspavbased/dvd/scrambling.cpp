@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/scrambling.h"
 
-#include <vector>
+#include "disc/sector.h"
 
 namespace engine {
 
@@ -18,15 +18,15 @@ bool isScrambledSector(const ByteView& sector)
            (flags & 0xC0) == 0x80 && (flags & 0x30) != 0;
 }
 
-bool isScrambled(TitleVobs& vobs)
+bool isScrambled(const ByteSource& video)
 {
     constexpr int samples = 8;
     constexpr std::size_t sectorsPerSample = 32;
-    std::vector<std::uint8_t> bytes(sectorsPerSample * sectorSize);
+    Bytes bytes(sectorsPerSample * sectorSize);
     for (int i = 0; i < samples; ++i) {
-        const std::uint64_t sector = vobs.sectorCount() * static_cast<unsigned>(i) / samples;
+        const std::uint64_t sector = video.size() / sectorSize * static_cast<unsigned>(i) / samples;
         const ByteView sample(bytes.data(),
-                              vobs.read(sector * sectorSize, bytes.data(), bytes.size()));
+                              video.read(sector * sectorSize, bytes.data(), bytes.size()));
         for (std::size_t offset = 0; offset < sample.size(); offset += sectorSize) {
             if (isScrambledSector(sample.part(offset, sectorSize)))
                 return true;

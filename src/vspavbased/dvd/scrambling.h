@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "dvd/byteview.h"
-#include "dvd/titlevobs.h"
+#include "disc/byteview.h"
 
 namespace engine {
 
@@ -10,7 +9,7 @@ namespace engine {
 /// title's sectors many are in the clear.
 bool isScrambledSector(const ByteView& sector);
 
-/// Whether a few samples of the video hold scrambled sectors.
-bool isScrambled(TitleVobs& vobs);
+/// Whether a few samples of a title set's video hold scrambled sectors.
+bool isScrambled(const ByteSource& video);
 
 } // namespace engine

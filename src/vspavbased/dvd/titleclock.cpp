@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/titleclock.h"
 
+#include "disc/sector.h"
 #include "log.h"
 
 namespace engine {
@@ -17,9 +18,9 @@ std::optional<std::uint32_t> parseVobuStart(const ByteView& sector)
     return sector.u32(startStampOffset);
 }
 
-TitleClock::TitleClock(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs)
+TitleClock::TitleClock(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr title)
     : m_layout(std::move(layout))
-    , m_vobs(std::move(vobs))
+    , m_title(std::move(title))
     , m_firstStamps(m_layout->cells().size())
 {}
 
@@ -47,13 +48,12 @@ std::optional<Ticks> TitleClock::timeOf(std::uint64_t titleSector, std::int64_t 
 
 std::optional<std::uint32_t> TitleClock::readStamp(std::size_t vobu)
 {
-    const TitleLayout::Piece piece = m_layout->locate(m_layout->vobus()[vobu].titleSector);
-    std::uint8_t sector[sectorSize];
-    const std::size_t count =
-        piece.count > 0 ? m_vobs->read(piece.discSector * sectorSize, sector, sectorSize) : 0;
-    const auto stamp = parseVobuStart({sector, count});
+    const std::uint64_t sector = m_layout->vobus()[vobu].titleSector;
+    std::uint8_t bytes[sectorSize];
+    const std::size_t count = m_title->read(sector * sectorSize, bytes, sectorSize);
+    const auto stamp = parseVobuStart({bytes, count});
     if (!stamp)
-        log("no navigation packet at sector " + std::to_string(piece.discSector));
+        log("no navigation packet at sector " + std::to_string(sector) + " of the title");
     return stamp;
 }
 

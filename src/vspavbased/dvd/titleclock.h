@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "disc/byteview.h"
 #include "dvd/titlelayout.h"
-#include "dvd/titlevobs.h"
 
 #include <memory>
 #include <optional>
@@ -20,7 +20,8 @@ std::optional<std::uint32_t> parseVobuStart(const ByteView& sector);
 class TitleClock
 {
 public:
-    TitleClock(std::shared_ptr<const TitleLayout> layout, std::shared_ptr<TitleVobs> vobs);
+    /// `title` holds the title's sectors in the order of playing.
+    TitleClock(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr title);
 
     /// Index of the last VOBU that begins by `time`, or of the first. Requires that there is one.
     std::size_t vobuAt(Ticks time);
@@ -41,7 +42,7 @@ private:
     };
 
     std::shared_ptr<const TitleLayout> m_layout;
-    std::shared_ptr<TitleVobs> m_vobs;
+    ByteSourcePtr m_title;
     std::vector<KnownStamp> m_firstStamps; ///< of the cells
 };
 

@@ -14,16 +14,6 @@ namespace {
 constexpr std::size_t mostVobus = 200000;
 constexpr std::size_t mostPieces = 200000;
 
-/// The element that holds `sector`, when each has a title sector and reaches to the next one's.
-template <typename Place>
-std::size_t indexOf(const std::vector<Place>& places, std::uint64_t sector)
-{
-    const auto behind = std::upper_bound(
-        places.begin(), places.end(), sector,
-        [](std::uint64_t wanted, const Place& place) { return wanted < place.titleSector; });
-    return behind == places.begin() ? 0 : static_cast<std::size_t>(behind - places.begin()) - 1;
-}
-
 } // namespace
 
 TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t sectorCount)
@@ -67,7 +57,7 @@ void TitleLayout::placePiece(const TitleSet& set, const CellAddress& address,
         m_vobus.push_back({m_sectorCount, cell});
     for (auto sector = begin; sector != end && m_vobus.size() < mostVobus; ++sector)
         m_vobus.push_back({m_sectorCount + (*sector - first), cell});
-    m_pieces.push_back({m_sectorCount, first, last - first + 1});
+    m_pieces.push_back({first, last - first + 1});
     m_sectorCount += last - first + 1;
 }
 
@@ -83,16 +73,10 @@ std::size_t TitleLayout::cellAt(Ticks time) const
 
 std::size_t TitleLayout::vobuAtSector(std::uint64_t titleSector) const
 {
-    return indexOf(m_vobus, titleSector);
-}
-
-TitleLayout::Piece TitleLayout::locate(std::uint64_t titleSector) const
-{
-    if (titleSector >= m_sectorCount)
-        return {titleSector, 0, 0};
-    const Piece& piece = m_pieces[indexOf(m_pieces, titleSector)];
-    const std::uint64_t offset = titleSector - piece.titleSector;
-    return {titleSector, piece.discSector + offset, piece.count - offset};
+    const auto behind = std::upper_bound(
+        m_vobus.begin(), m_vobus.end(), titleSector,
+        [](std::uint64_t wanted, const Vobu& vobu) { return wanted < vobu.titleSector; });
+    return behind == m_vobus.begin() ? 0 : static_cast<std::size_t>(behind - m_vobus.begin()) - 1;
 }
 
 } // namespace engine

@@ -13,11 +13,10 @@ namespace engine {
 class TitleLayout
 {
 public:
-    /// Sectors that lie one behind the other in the title and on the disc.
+    /// A run of sectors of the title set's video.
     struct Piece
     {
-        std::uint64_t titleSector;
-        std::uint64_t discSector; ///< of the title set's video
+        std::uint64_t sector;
         std::uint64_t count;
     };
 
@@ -40,10 +39,9 @@ public:
     /// take up no place in the title, only time.
     TitleLayout(const TitleSet& set, const Title& title, std::uint64_t sectorCount);
 
-    const std::vector<Piece>& pieces() const { return m_pieces; }
+    const std::vector<Piece>& pieces() const { return m_pieces; } ///< in the order of playing
     const std::vector<Vobu>& vobus() const { return m_vobus; }
     const std::vector<PlacedCell>& cells() const { return m_cells; }
-    std::uint64_t sectorCount() const { return m_sectorCount; }
 
     /// Index of the last cell that begins at `time` or before and holds VOBUs; of the first that
     /// holds any when there is none. Requires that there is a VOBU.
@@ -52,10 +50,6 @@ public:
     /// Index of the VOBU that holds the title sector; the first for sectors before it. Requires
     /// that there is a VOBU.
     std::size_t vobuAtSector(std::uint64_t titleSector) const;
-
-    /// Place on the disc of a title sector, with the number of sectors that follow there; a count
-    /// of 0 behind the end.
-    Piece locate(std::uint64_t titleSector) const;
 
 private:
     void placeCell(const TitleSet& set, const Cell& cell, std::uint64_t sectorCount);

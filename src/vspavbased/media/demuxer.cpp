@@ -4,7 +4,7 @@
 #include "log.h"
 #include "media/formats.h"
 
-#include <sys/stat.h>
+#include <filesystem>
 
 namespace engine {
 
@@ -15,13 +15,6 @@ constexpr int ioBufferSize = 6 * 6144;
 
 /// What one piece of work may read. Only files that hold nothing make a demuxer look so far.
 constexpr std::int64_t mostBytes = 512LL * 1024 * 1024;
-
-/// FIFOs and devices would block, or do worse when opened.
-bool isRegularFile(const std::string& path)
-{
-    struct stat status;
-    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
 
 } // namespace
 
@@ -40,7 +33,9 @@ Demuxer::~Demuxer() = default;
 
 std::unique_ptr<Demuxer> Demuxer::openFile(const std::string& path, const AVInputFormat* format)
 {
-    if (!isRegularFile(path))
+    // FIFOs and devices would block, or do worse when opened.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error))
         return nullptr;
     std::unique_ptr<Demuxer> demuxer(new Demuxer);
     const int result = demuxer->open("file:" + path, format);
@@ -50,12 +45,12 @@ std::unique_ptr<Demuxer> Demuxer::openFile(const std::string& path, const AVInpu
     return nullptr;
 }
 
-std::unique_ptr<Demuxer> Demuxer::openBytes(std::unique_ptr<ByteSource> bytes,
-                                            const std::string& name, const AVInputFormat* format)
+std::unique_ptr<Demuxer> Demuxer::openBytes(ByteSourcePtr bytes, const std::string& name,
+                                            const AVInputFormat* format)
 {
     std::unique_ptr<Demuxer> demuxer(new Demuxer);
     const int result =
-        demuxer->attachBytes(std::move(bytes)) ? demuxer->open("", format) : AVERROR(ENOMEM);
+        demuxer->attachBytes(std::move(bytes)) ? demuxer->open(name, format) : AVERROR(ENOMEM);
     if (result >= 0)
         return demuxer;
     log(name + ": " + errorText(result));
@@ -74,7 +69,7 @@ int Demuxer::open(const std::string& url, const AVInputFormat* format)
     return result;
 }
 
-bool Demuxer::attachBytes(std::unique_ptr<ByteSource> bytes)
+bool Demuxer::attachBytes(ByteSourcePtr bytes)
 {
     m_bytes = std::move(bytes);
     auto* buffer = static_cast<std::uint8_t*>(av_malloc(ioBufferSize));
@@ -126,32 +121,36 @@ int Demuxer::readBytes(void* demuxer, std::uint8_t* buffer, int size)
     auto* self = static_cast<Demuxer*>(demuxer);
     if (self->isExhausted())
         return AVERROR_EXIT;
-    const int count = self->m_bytes->read(buffer, size);
-    if (count > 0)
-        return count;
-    return count == 0 ? AVERROR_EOF : AVERROR(EIO);
+    const std::size_t count =
+        self->m_bytes->read(self->m_position, buffer, static_cast<std::size_t>(size));
+    if (count == 0)
+        return self->m_position < self->m_bytes->size() ? AVERROR(EIO) : AVERROR_EOF;
+    self->m_position += count;
+    return static_cast<int>(count);
 }
 
 std::int64_t Demuxer::seekBytes(void* demuxer, std::int64_t offset, int whence)
 {
-    ByteSource& bytes = *static_cast<Demuxer*>(demuxer)->m_bytes;
+    auto* self = static_cast<Demuxer*>(demuxer);
+    const auto size = static_cast<std::int64_t>(self->m_bytes->size());
     std::int64_t base = 0;
     switch (whence & ~AVSEEK_FORCE) {
     case AVSEEK_SIZE:
-        return bytes.size();
+        return size;
     case SEEK_SET:
         break;
     case SEEK_CUR:
-        base = bytes.position();
+        base = static_cast<std::int64_t>(self->m_position);
         break;
     case SEEK_END:
-        base = bytes.size();
+        base = size;
         break;
     default:
         return AVERROR(EINVAL);
     }
-    if (offset < -base || offset > INT64_MAX - base || !bytes.seek(base + offset))
+    if (offset < -base || offset > size - base)
         return AVERROR(EIO);
+    self->m_position = static_cast<std::uint64_t>(base + offset);
     return base + offset;
 }
 

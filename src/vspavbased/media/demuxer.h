@@ -11,8 +11,8 @@
 namespace engine {
 
 /// An open libav demuxer that always comes back: every read looks at a deadline and at how much has
-/// been read. Restricted to
-/// media formats that do not lead to other files, and to the plain file protocol.
+/// been read. Restricted to media formats that do not lead to other files, and to the plain file
+/// protocol.
 class Demuxer
 {
 public:
@@ -21,9 +21,9 @@ public:
     static std::unique_ptr<Demuxer> openFile(const std::string& path,
                                              const AVInputFormat* format = nullptr);
 
-    /// Opens `bytes`, called `name` in the log, as `format`, or as whatever it is when null.
-    static std::unique_ptr<Demuxer> openBytes(std::unique_ptr<ByteSource> bytes,
-                                              const std::string& name,
+    /// Opens `bytes` as `format`, or as whatever they are when null. They are called `name` in the
+    /// log; where that is the name of a file, its ending helps to find the format.
+    static std::unique_ptr<Demuxer> openBytes(ByteSourcePtr bytes, const std::string& name,
                                               const AVInputFormat* format = nullptr);
 
     ~Demuxer();
@@ -39,7 +39,6 @@ public:
     bool gaveUp() const { return m_deadline.givenUp(); }
 
     AVFormatContext* context() const { return m_context.get(); }
-    ByteSource* bytes() const { return m_bytes.get(); }
 
     Demuxer(const Demuxer&) = delete;
     Demuxer& operator=(const Demuxer&) = delete;
@@ -49,7 +48,7 @@ private:
 
     int open(const std::string& url, const AVInputFormat* format);
     std::int64_t bytesRead() const;
-    bool attachBytes(std::unique_ptr<ByteSource> bytes);
+    bool attachBytes(ByteSourcePtr bytes);
     static int interrupt(void* demuxer);
     static int readBytes(void* demuxer, std::uint8_t* buffer, int size);
     static std::int64_t seekBytes(void* demuxer, std::int64_t offset, int whence);
@@ -62,7 +61,8 @@ private:
     // Closing the context may still read and ask the deadline, so it goes first.
     Deadline m_deadline;
     std::int64_t m_bytesBefore = 0; ///< read by earlier pieces of work
-    std::unique_ptr<ByteSource> m_bytes;
+    ByteSourcePtr m_bytes;
+    std::uint64_t m_position = 0; ///< of the next read from m_bytes
     std::unique_ptr<AVIOContext, FreeIo> m_io;
     FormatContextPtr m_context;
 };

@@ -2,6 +2,7 @@
 #include "media/formats.h"
 
 #include "libav.h"
+#include "text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,12 +25,6 @@ const char* const refused[] = {
     "vobsub", "vplayer", "webvtt", "mcc",
     // Samples without a header: any file would do.
     "rawvideo", "data", "bitpacked", "v210", "v210x"};
-
-bool endsWith(const std::string& text, const std::string& ending)
-{
-    return text.size() >= ending.size() &&
-           text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
-}
 
 bool isMediaFormat(const std::string& name)
 {

@@ -29,15 +29,10 @@ MediaSource::MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& 
     m_frame.pixelAspect = track.pixelAspect;
 }
 
-void MediaSource::release()
-{
-    delete this;
-}
-
 void MediaSource::seek(std::int32_t positionMs)
 {
     m_reader->demuxer().allow(pictureLimit);
-    m_frame.picture.reset();
+    forgetFrame();
     m_positionUs = std::int64_t{std::max(positionMs, 0)} * 1000;
     if (m_span.duration > 0)
         m_positionUs = std::min(m_positionUs, m_span.duration);
@@ -46,20 +41,17 @@ void MediaSource::seek(std::int32_t positionMs)
     goTo(timestampOf(m_positionUs));
 }
 
-bool MediaSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame,
-                            std::int32_t* flags, std::int32_t /*mode*/)
+bool MediaSource::readNext()
 {
     FramePtr picture = m_reader->next();
     // Some files end, or have no keyframe, between the position and the end that they claim.
     while (!picture && !m_frame.picture && goFurtherBack())
         picture = m_reader->next();
-    const bool delivered = picture != nullptr;
-    if (delivered)
-        m_frame.picture = std::move(picture);
-    *frame = m_frame.picture ? &m_frame : nullptr;
-    *positionMs = m_frame.picture ? positionMsOf(*m_frame.picture) : -1;
-    *flags = 0;
-    return delivered;
+    if (!picture)
+        return false;
+    m_frameMs = positionMsOf(*picture);
+    m_frame.picture = std::move(picture);
+    return true;
 }
 
 void MediaSource::goTo(std::int64_t timestamp)

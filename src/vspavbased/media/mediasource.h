@@ -2,8 +2,7 @@
 #pragma once
 
 #include "media/framereader.h"
-#include "picture/frame.h"
-#include "vspavbased/iavsource.h"
+#include "media/framesource.h"
 
 #include <memory>
 
@@ -11,7 +10,7 @@ namespace engine {
 
 /// Frames of a media file. Seeking goes to a keyframe near the position and does not decode
 /// forward: a snapshot costs the same however far keyframes lie apart.
-class MediaSource final : public AVBased::IAVSource
+class MediaSource final : public FrameSource
 {
 public:
     /// Where in time the file lies, in units of AV_TIME_BASE.
@@ -24,13 +23,9 @@ public:
     MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track, const Span& span);
 
     void seek(std::int32_t positionMs) override;
-    bool readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
-                   std::int32_t mode) override;
-    void release() override;
 
 private:
-    ~MediaSource() = default;
-
+    bool readNext() override;
     void goTo(std::int64_t timestamp);
     bool goToKeyframeNear(std::int64_t timestamp);
     bool startOver();
@@ -40,7 +35,6 @@ private:
 
     std::unique_ptr<FrameReader> m_reader;
     Span m_span;
-    AVBased::IAVFrame m_frame;
     std::int64_t m_positionUs = 0; ///< where the last seek went
     std::int64_t m_backOffUs = 0;  ///< how far before it the search for a frame has begun
     bool m_atStart = false;        ///< there is nothing before where the search has begun

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "timeline/streamreader.h"
 
-#include "bluray/discfiles.h"
 #include "bluray/streamfile.h"
+#include "disc/discfiles.h"
 #include "log.h"
 #include "media/streamdescription.h"
 
@@ -12,22 +12,15 @@ namespace engine {
 
 namespace {
 
-/// Packets of a disc's stream files, with four bytes before each that only players need. libav
-/// finds the picture at an entry for sure when it starts reading behind them.
-constexpr std::int64_t packetSize = 192;
-constexpr std::int64_t packetHeaderSize = 4;
-
 /// The map's times are this much before those of the pictures, at most.
-constexpr std::int64_t entrySlack = ticksPerSecond * 6 / 1000;
+constexpr std::int64_t entrySlack = blurayTicksPerSecond * 6 / 1000;
 
 /// A picture further from where the map has it is proof that the map is wrong.
-constexpr std::int64_t entryTolerance = ticksPerSecond / 4;
+constexpr std::int64_t entryTolerance = blurayTicksPerSecond / 4;
 
 /// Bytes in which libav finds out how to decode the pictures. Sound and subtitles, which may begin
 /// later, are not wanted.
 constexpr std::int64_t enoughForVideo = 1024 * 1024;
-
-constexpr AVRational tickBase = {1, static_cast<int>(ticksPerSecond)};
 
 std::optional<VideoTrack> findTrack(AVFormatContext& context, std::int32_t videoStream)
 {
@@ -42,9 +35,10 @@ std::optional<VideoTrack> findTrack(AVFormatContext& context, std::int32_t video
 /// One clock from the stream's first time stamp on, for files about which the disc says nothing.
 ClipInformation clipOf(const AVStream& stream)
 {
-    const std::int64_t start = stream.start_time == AV_NOPTS_VALUE
-                                   ? 0
-                                   : av_rescale_q(stream.start_time, stream.time_base, tickBase);
+    const std::int64_t start =
+        stream.start_time == AV_NOPTS_VALUE
+            ? 0
+            : av_rescale_q(stream.start_time, stream.time_base, blurayTickBase);
     ClipInformation clip;
     clip.sequences = {
         {0, static_cast<std::uint32_t>(std::clamp<std::int64_t>(start, 0, UINT32_MAX - 1)),
@@ -82,7 +76,9 @@ StreamReader::StreamReader(std::unique_ptr<FrameReader> reader, ClipInformation 
     , m_clip(std::move(clip))
 {
     for (const EntryPoint& point : m_clip.entryPoints) {
-        const std::int64_t byte = point.packet * packetSize + packetHeaderSize;
+        // libav finds the picture for sure when it starts reading behind the packet's header.
+        const std::int64_t byte =
+            std::int64_t{point.packet} * streamPacketSize + streamPacketHeader;
         m_entries.push_back({m_clip.positionOf(point.time, sequenceAtByte(byte)), byte});
     }
 }
@@ -116,7 +112,7 @@ std::optional<std::int64_t> StreamReader::positionOf(const AVFrame& frame) const
         return std::nullopt;
     const std::size_t sequence = sequenceAtByte(frame.pkt_pos);
     const std::int64_t time =
-        av_rescale_q(frame.best_effort_timestamp, m_reader->stream().time_base, tickBase);
+        av_rescale_q(frame.best_effort_timestamp, m_reader->stream().time_base, blurayTickBase);
     return m_clip.offsetOf(sequence) + time - m_clip.sequences[sequence].start;
 }
 
@@ -153,7 +149,7 @@ std::size_t StreamReader::entryBefore(std::int64_t position) const
 /// From a second before the position, from two, from four, at last from the start of the file.
 bool StreamReader::searchByTimeStamps(std::int64_t position)
 {
-    for (std::int64_t back = 0;; back = std::max(back * 2, ticksPerSecond)) {
+    for (std::int64_t back = 0;; back = std::max(back * 2, blurayTicksPerSecond)) {
         const bool fromStart = back >= position;
         const bool moved =
             fromStart ? moveToByte(0) || moveToTimeStamp(0) : moveToTimeStamp(position - back);
@@ -175,7 +171,7 @@ bool StreamReader::moveToTimeStamp(std::int64_t position)
 {
     const AVStream& stream = m_reader->stream();
     const std::int64_t time =
-        av_rescale_q(m_clip.sequences.front().start + position, tickBase, stream.time_base);
+        av_rescale_q(m_clip.sequences.front().start + position, blurayTickBase, stream.time_base);
     return av_seek_frame(m_reader->demuxer().context(), stream.index, time, AVSEEK_FLAG_BACKWARD) >=
            0;
 }
@@ -213,7 +209,7 @@ std::size_t StreamReader::sequenceAtByte(std::int64_t byte) const
 {
     std::size_t sequence = 0;
     for (std::size_t i = 1; i < m_clip.sequences.size(); ++i) {
-        if (byte >= m_clip.sequences[i].firstPacket * packetSize)
+        if (byte >= std::int64_t{m_clip.sequences[i].firstPacket} * streamPacketSize)
             sequence = i;
     }
     return sequence;

@@ -2,6 +2,7 @@
 #include "timeline/timelinefile.h"
 
 #include "log.h"
+#include "text.h"
 #include "timeline/timelinetext.h"
 
 #include <fcntl.h>
@@ -59,9 +60,7 @@ bool writeNewFile(const std::string& path, const std::string& text)
 
 bool isTimelineFile(const std::string& path)
 {
-    const std::size_t length = std::strlen(suffix);
-    if (path.size() <= length || path.compare(path.size() - length, length, suffix) != 0 ||
-        !isRegularFile(path))
+    if (!endsWith(path, suffix) || !isRegularFile(path))
         return false;
     char start[sizeof(timelineFirstLine)] = "";
     std::ifstream file(path, std::ios::binary);

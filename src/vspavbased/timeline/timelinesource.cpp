@@ -10,7 +10,7 @@ namespace {
 /// What a picture takes: its frame is the fourth behind the position.
 constexpr int framesOfPicture = 4;
 
-constexpr std::int64_t ticksPerMs = ticksPerSecond / 1000;
+constexpr std::int64_t ticksPerMs = blurayTicksPerSecond / 1000;
 
 AVRational pixelAspectOf(const AVFrame& frame)
 {
@@ -28,31 +28,15 @@ TimelineSource::TimelineSource(std::shared_ptr<const Timeline> timeline)
         m_starts.push_back(m_starts.back() + item.lengthMs());
 }
 
-void TimelineSource::release()
-{
-    delete this;
-}
-
 void TimelineSource::seek(std::int32_t positionMs)
 {
     const std::int64_t position = std::max(positionMs, 0);
-    m_frame.picture.reset();
+    forgetFrame();
     m_framesToStay = framesOfPicture;
     const auto behind = std::upper_bound(m_starts.begin(), m_starts.end(), position);
     goToItem(static_cast<std::size_t>(behind - m_starts.begin()) - 1, position);
 }
 
-bool TimelineSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame,
-                               std::int32_t* flags, std::int32_t /*mode*/)
-{
-    const bool isRead = readNext();
-    *frame = m_frame.picture ? &m_frame : nullptr;
-    *positionMs = m_frame.picture ? m_frameMs : -1;
-    *flags = 0;
-    return isRead;
-}
-
-/// Puts the next frame into m_frame. False, and what was there stays, when there is none.
 bool TimelineSource::readNext()
 {
     const bool mustStay = m_framesToStay > 0;

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "picture/frame.h"
+#include "media/framesource.h"
 #include "timeline/streamreader.h"
 #include "timeline/timeline.h"
-#include "vspavbased/iavsource.h"
 
 #include <cstdint>
 #include <memory>
@@ -17,7 +16,7 @@ namespace engine {
 ///
 /// A source whose file is missing, encrypted or not what it should be keeps its place: seeking into
 /// it finds no frames, reading on from an earlier source goes past it.
-class TimelineSource final : public AVBased::IAVSource
+class TimelineSource final : public FrameSource
 {
 public:
     explicit TimelineSource(std::shared_ptr<const Timeline> timeline);
@@ -28,14 +27,9 @@ public:
     /// of a file would be a picture of something else. So the first frames after a seek come from
     /// the source at that position alone: its last frame stands in for those that it lacks.
     void seek(std::int32_t positionMs) override;
-    bool readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
-                   std::int32_t mode) override;
-    void release() override;
 
 private:
-    ~TimelineSource() = default;
-
-    bool readNext();
+    bool readNext() override;
     bool readFromItem();
     bool goToItem(std::size_t index, std::int64_t positionMs);
 
@@ -45,8 +39,6 @@ private:
     std::unique_ptr<StreamReader> m_reader; ///< of the one that is being read; null when it is over
     std::set<std::size_t> m_unusable;       ///< items that have been tried in vain
     int m_framesToStay = 0; ///< how many more frames come from this item before reading goes on
-    AVBased::IAVFrame m_frame;
-    std::int64_t m_frameMs = -1;
 };
 
 } // namespace engine

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "timeline/timelinetext.h"
 
+#include "text.h"
+
 #include <charconv>
 #include <cstdio>
 #include <optional>
@@ -10,17 +12,12 @@ namespace engine {
 
 namespace {
 
-bool isControl(unsigned char c)
-{
-    return c < 0x20 || c == 0x7F;
-}
-
 /// A path on one line: control characters, and the percent sign itself, as %XX.
 std::string escaped(const std::string& path)
 {
     std::string text;
     for (const char c : path) {
-        if (!isControl(static_cast<unsigned char>(c)) && c != '%') {
+        if (!isControl(c) && c != '%') {
             text += c;
             continue;
         }

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
+// Files in disc images, whatever the disc.
+#include "disc/discfiles.h"
+#include "files.h"
+#include "udfwriter.h"
+
+#include <udfread/udfread.h>
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QtTest>
+
+using engine::DiscFiles;
+
+namespace {
+
+QByteArray toQt(const engine::Bytes& bytes)
+{
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()), int(bytes.size()));
+}
+
+/// The file as libudfread reads it.
+QByteArray readByLibrary(udfread* udf, const QByteArray& path)
+{
+    UDFFILE* file = udfread_file_open(udf, path.constData());
+    QByteArray bytes(file ? int(udfread_file_size(file)) : 0, 0);
+    if (file && udfread_file_read(file, bytes.data(), size_t(bytes.size())) != bytes.size())
+        bytes.clear();
+    udfread_file_close(file);
+    return bytes;
+}
+
+} // namespace
+
+class DiscTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void readsImages_data();
+    void readsImages();
+    void usesTheCopies_data();
+    void usesTheCopies();
+
+private:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QTemporaryDir m_folder;
+};
+
+/// Images of one folder: with many files, files of all sizes, and names of narrow and wide letters.
+void DiscTest::initTestCase()
+{
+    for (const int size : {0, 1, 1000, 2048, 100000, 3000000})
+        writeFile(path("disc/sizes/%1.bin").arg(size), randomBytes(size));
+    for (int i = 0; i < 300; ++i)
+        writeFile(path("disc/many/%1.bin").arg(i, 5, 10, QChar('0')), randomBytes(i));
+    writeFile(path(QString::fromUtf8("disc/Größe/Maß.txt")), "narrow");
+    writeFile(path(QString::fromUtf8("disc/Москва/a/b/Фильм.txt")), "wide");
+    writeUdfImage(path("disc"), path("250.iso"), "VOLUME");
+    QCOMPARE(QProcess::execute("genisoimage", {"-quiet", "-udf", "-input-charset", "utf-8", "-V",
+                                               "VOLUME", "-o", path("102.iso"), path("disc")}),
+             0);
+}
+
+void DiscTest::readsImages_data()
+{
+    QTest::addColumn<QString>("image");
+    QTest::newRow("UDF 1.02") << "102.iso";
+    QTest::newRow("UDF 2.50") << "250.iso";
+}
+
+/// As they were written, and as libudfread reads them.
+void DiscTest::readsImages()
+{
+    QFETCH(QString, image);
+
+    const auto files = DiscFiles::open(path(image).toStdString());
+    const std::unique_ptr<udfread, decltype(&udfread_close)> udf(udfread_init(), udfread_close);
+    QVERIFY(files && udfread_open(udf.get(), qPrintable(path(image))) == 0);
+    QCOMPARE(files->volumeName(), std::string("VOLUME"));
+    QCOMPARE(files->volumeName(), std::string(udfread_get_volume_id(udf.get())));
+
+    const QDir root(path("disc"));
+    QDirIterator folder(root.path(), QDir::Dirs | QDir::NoDotAndDotDot,
+                        QDirIterator::Subdirectories);
+    int count = 0;
+    while (folder.hasNext()) {
+        const QDir here(folder.next());
+        const QString name = root.relativeFilePath(here.path());
+        QVERIFY(files->hasFolder(name.toStdString()) && !files->hasFile(name.toStdString()));
+        QStringList names;
+        for (const std::string& file : files->fileNames(name.toStdString(), {}))
+            names << QString::fromStdString(file);
+        QCOMPARE(names, here.entryList(QDir::Files, QDir::Name));
+        for (const QString& file : names) {
+            const QByteArray inImage = (name + '/' + file).toUtf8();
+            const QByteArray expected = contentOf(here.filePath(file));
+            const auto bytes = files->read(inImage.toStdString());
+            QVERIFY(bytes && toQt(*bytes) == expected);
+            QVERIFY(readByLibrary(udf.get(), '/' + inImage) == expected);
+            ++count;
+        }
+    }
+    QCOMPARE(count, 308);
+
+    const auto file = files->openFile("sizes/3000000.bin");
+    QVERIFY(file && file->size() == 3000000);
+    QVERIFY(!files->openFile("sizes") && !files->openFile("sizes/2.bin"));
+    const QByteArray whole = randomBytes(3000000);
+    engine::Bytes bytes(5000);
+    for (const int at : {0, 4095, 4096, 65530, 2999000, 3000000}) {
+        bytes.resize(5000);
+        bytes.resize(file->read(quint64(at), bytes.data(), bytes.size()));
+        QCOMPARE(toQt(bytes), whole.mid(at, 5000));
+    }
+}
+
+void DiscTest::usesTheCopies_data()
+{
+    QTest::addColumn<QList<int>>("lost"); ///< sectors
+    QTest::addColumn<bool>("isReadable");
+
+    QTest::newRow("first anchor") << QList<int>{256} << true;
+    QTest::newRow("description of the volume") << QList<int>{34} << true;
+    QTest::newRow("metadata file") << QList<int>{288} << true;
+    QTest::newRow("metadata file and mirror") << QList<int>{288, 289} << false;
+    QTest::newRow("both descriptions") << QList<int>{34, 50} << false;
+}
+
+void DiscTest::usesTheCopies()
+{
+    QFETCH(QList<int>, lost);
+    QFETCH(bool, isReadable);
+
+    QByteArray image = contentOf(path("250.iso"));
+    for (const int sector : lost)
+        image.replace(sector * 2048, 2048, randomBytes(2048));
+    writeFile(path("damaged.iso"), image);
+    const auto files = DiscFiles::open(path("damaged.iso").toStdString());
+    QCOMPARE(files && files->hasFile("sizes/100000.bin"), isReadable);
+}
+
+QTEST_GUILESS_MAIN(DiscTest)
+#include "tst_disc.moc"
