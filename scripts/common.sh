@@ -8,7 +8,7 @@ build_packages=(
     libswscale-dev libicu-dev ffmpeg dvdauthor
 )
 test_packages=(
-    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang-format clang-tidy procps
+    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang-format clang-tidy
 )
 
 fail() {

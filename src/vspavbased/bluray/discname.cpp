@@ -100,7 +100,7 @@ std::string nameFromMetadata(const DiscFiles& files)
     constexpr std::size_t mostLanguages = 50;
     for (std::size_t i = 0; i < languages.size() && i < mostLanguages; ++i) {
         const auto bytes = files.read(std::string(metadataFolder) + "/" + languages[i]);
-        const std::string name =
+        std::string name =
             bytes ? firstName(std::string(bytes->begin(), bytes->end())) : std::string();
         if (!name.empty())
             return name;

@@ -16,7 +16,7 @@ std::optional<T> parseNavigationFile(const DiscFiles& files, const std::string& 
                                      std::optional<T> (*parser)(const Bytes&))
 {
     for (const char* folder : {"/", "/BACKUP/"}) {
-        const auto bytes = files.read(root + folder + path);
+        const auto bytes = files.read(std::string(root).append(folder).append(path));
         if (auto parsed = bytes ? parser(*bytes) : std::nullopt)
             return parsed;
     }

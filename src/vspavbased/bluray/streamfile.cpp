@@ -18,8 +18,8 @@ namespace {
 /// shorter than the file, and one that is still the same number after a host's multiplication.
 double hostDuration(std::int64_t ticks)
 {
-    const double milliseconds =
-        static_cast<double>((ticks * 1000 + blurayTicksPerSecond - 1) / blurayTicksPerSecond);
+    const std::int64_t whole = (ticks * 1000 + blurayTicksPerSecond - 1) / blurayTicksPerSecond;
+    const auto milliseconds = static_cast<double>(whole);
     const double seconds = milliseconds / 1000.0;
     return seconds * 1000.0 < milliseconds ? std::nextafter(seconds, seconds + 1.0) : seconds;
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr int mostExtensions = 2000;
 
 /// Of some two hundred thousand files.
-constexpr std::size_t largestFolder = 16 * 1024 * 1024;
+constexpr std::size_t largestFolder = std::size_t{16} * 1024 * 1024;
 
 /// Where a file entry says how its contents are allocated; two widths of addresses, or right here.
 enum class Allocation

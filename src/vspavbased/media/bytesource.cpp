@@ -8,7 +8,7 @@ namespace engine {
 /// Grows with what there is, not with what the source claims.
 Bytes readBeginning(const ByteSource& source, std::size_t most)
 {
-    constexpr std::size_t largestStep = 256 * 1024;
+    constexpr std::size_t largestStep = std::size_t{256} * 1024;
     const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(source.size(), most));
     Bytes bytes;
     for (;;) {

@@ -20,7 +20,7 @@ constexpr std::int64_t entryTolerance = blurayTicksPerSecond / 4;
 
 /// Bytes in which libav finds out how to decode the pictures. Sound and subtitles, which may begin
 /// later, are not wanted.
-constexpr std::int64_t enoughForVideo = 1024 * 1024;
+constexpr std::int64_t enoughForVideo = std::int64_t{1024} * 1024;
 
 std::optional<VideoTrack> findTrack(AVFormatContext& context, std::int32_t videoStream)
 {

@@ -21,7 +21,7 @@ namespace {
 const char suffix[] = ".seix";
 
 /// A few hundred bytes an item, for the longest timeline.
-constexpr off_t largestFile = 128 * 1024 * 1024;
+constexpr off_t largestFile = off_t{128} * 1024 * 1024;
 
 bool isRegularFile(const std::string& path)
 {
