@@ -5,7 +5,7 @@
 
 build_packages=(
     g++ cmake ninja-build ccache pkg-config qtbase5-dev libavformat-dev libavcodec-dev libavutil-dev
-    libswscale-dev libicu-dev ffmpeg dvdauthor
+    libswscale-dev libicu-dev libxml2-dev ffmpeg dvdauthor
 )
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang-format clang-tidy

@@ -447,6 +447,8 @@ void BlurayTest::findsTheName_data()
     const QString english = "eng";
     QTest::newRow("metadata") << english << QByteArray("A &lt;Film&gt; &#233;") << true
                               << QByteArray("A <Film> \xE9");
+    QTest::newRow("unparsed text")
+        << english << QByteArray("A <![CDATA[& B]]><!-- C -->") << false << QByteArray("A & B");
     QTest::newRow("another language")
         << "rus" << QByteArray("Москва") << false << QByteArray("Moskva");
     QTest::newRow("empty metadata") << english << QByteArray(" ") << true << QByteArray("VOLUME");

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/discname.h"
 
-#include <unicode/unistr.h>
+#include <libxml/xmlreader.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <memory>
 
 namespace engine {
 
@@ -13,46 +13,15 @@ namespace {
 const char metadataFolder[] = "BDMV/META/DL";
 const char englishMetadata[] = "bdmt_eng.xml";
 
-struct Entity
+struct FreeReader
 {
-    const char* name;
-    char letter;
+    void operator()(xmlTextReader* reader) const { xmlFreeTextReader(reader); }
 };
-const Entity entities[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
+using XmlReader = std::unique_ptr<xmlTextReader, FreeReader>;
 
-/// What stands for `&name;`; nothing when that is not known.
-std::string resolve(const std::string& name)
+std::string text(const xmlChar* utf8)
 {
-    for (const Entity& entity : entities) {
-        if (name == entity.name)
-            return std::string(1, entity.letter);
-    }
-    if (name.size() < 2 || name[0] != '#')
-        return {};
-    const bool isHexadecimal = name[1] == 'x';
-    const long code =
-        std::strtol(name.c_str() + (isHexadecimal ? 2 : 1), nullptr, isHexadecimal ? 16 : 10);
-    std::string utf8;
-    if (code >= 0x20 && code <= 0x10FFFF)
-        icu::UnicodeString(static_cast<UChar32>(code)).toUTF8String(utf8);
-    return utf8;
-}
-
-std::string decodeEntities(const std::string& text)
-{
-    constexpr std::size_t longestEntity = 8;
-    std::string decoded;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::string ahead = text[i] == '&' ? text.substr(i + 1, longestEntity + 1) : "";
-        const std::size_t length = ahead.find(';');
-        if (length == std::string::npos) {
-            decoded += text[i];
-            continue;
-        }
-        decoded += resolve(ahead.substr(0, length));
-        i += length + 1;
-    }
-    return decoded;
+    return utf8 ? reinterpret_cast<const char*>(utf8) : std::string();
 }
 
 std::string trimmed(const std::string& text)
@@ -64,30 +33,32 @@ std::string trimmed(const std::string& text)
     return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
 }
 
-/// Whether a tag, without its brackets, opens an element called "name" in any namespace.
-bool opensName(const std::string& tag)
+/// Whether the reader is at an element called "name", in any namespace, declared or not.
+bool isName(xmlTextReader* reader)
 {
-    const std::string element = tag.substr(0, tag.find_first_of(" \t\r\n/"));
+    const std::string element = text(xmlTextReaderConstName(reader));
     const std::size_t colon = element.find(':');
     return element.substr(colon == std::string::npos ? 0 : colon + 1) == "name";
 }
 
-/// The first name in the metadata is the disc's; those of its titles are called otherwise.
-std::string firstName(const std::string& xml)
+/// The first name in the metadata is the disc's; those of its titles are called otherwise. Nothing
+/// outside the file is read, and of its own entities only those that every XML has.
+std::string firstName(const Bytes& xml)
 {
-    std::size_t end = 0;
-    for (;;) {
-        const std::size_t begin = xml.find('<', end);
-        end = xml.find('>', begin);
-        if (begin == std::string::npos || end == std::string::npos)
-            return {};
-        if (!opensName(xml.substr(begin + 1, end - begin - 1)))
-            continue;
-        const std::size_t close = xml.find('<', end);
-        if (close == std::string::npos)
-            return {};
-        return trimmed(decodeEntities(xml.substr(end + 1, close - end - 1)));
+    const XmlReader reader(xmlReaderForMemory(
+        reinterpret_cast<const char*>(xml.data()), static_cast<int>(xml.size()), nullptr, nullptr,
+        XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+    std::string name;
+    bool isInside = false;
+    while (reader && xmlTextReaderRead(reader.get()) == 1) {
+        const int node = xmlTextReaderNodeType(reader.get());
+        if (isInside && (node == XML_READER_TYPE_ELEMENT || node == XML_READER_TYPE_END_ELEMENT))
+            return trimmed(name);
+        if (isInside && (node == XML_READER_TYPE_TEXT || node == XML_READER_TYPE_CDATA))
+            name += text(xmlTextReaderConstValue(reader.get()));
+        isInside = isInside || (node == XML_READER_TYPE_ELEMENT && isName(reader.get()));
     }
+    return {};
 }
 
 } // namespace
@@ -100,8 +71,7 @@ std::string nameFromMetadata(const DiscFiles& files)
     constexpr std::size_t mostLanguages = 50;
     for (std::size_t i = 0; i < languages.size() && i < mostLanguages; ++i) {
         const auto bytes = files.read(std::string(metadataFolder) + "/" + languages[i]);
-        std::string name =
-            bytes ? firstName(std::string(bytes->begin(), bytes->end())) : std::string();
+        std::string name = bytes ? firstName(*bytes) : std::string();
         if (!name.empty())
             return name;
     }
