@@ -42,6 +42,7 @@ private Q_SLOTS:
     void initTestCase();
     void readsImages_data();
     void readsImages();
+    void readsIso9660();
     void usesTheCopies_data();
     void usesTheCopies();
 
@@ -117,6 +118,33 @@ void DiscTest::readsImages()
         bytes.resize(file->read(quint64(at), bytes.data(), bytes.size()));
         QCOMPARE(toQt(bytes), whole.mid(at, 5000));
     }
+}
+
+/// Names are what the standard makes of them. A folder of several sectors, and a file of several
+/// stretches, which are made from one by hand.
+void DiscTest::readsIso9660()
+{
+    QCOMPARE(QProcess::execute("genisoimage", {"-quiet", "-V", "VOLUME", "-o", path("9660.iso"),
+                                               path("disc/many"), path("disc/sizes")}),
+             0);
+    const auto files = DiscFiles::open(path("9660.iso").toStdString());
+    QVERIFY(files);
+    QCOMPARE(files->volumeName(), std::string("VOLUME"));
+    QCOMPARE(files->fileNames({}, ".bin").size(), size_t(306));
+    for (int i = 0; i < 300; ++i) {
+        const auto bytes = files->read(QString("%1.BIN").arg(i, 5, 10, QChar('0')).toStdString());
+        QVERIFY(bytes && toQt(*bytes) == randomBytes(i));
+    }
+    const auto bytes = files->read("3000000.BIN");
+    QVERIFY(bytes && toQt(*bytes) == randomBytes(3000000));
+
+    QByteArray image = contentOf(path("9660.iso"));
+    const int first = image.indexOf("00010.BIN;1") - 33;
+    image[first + 25] = char(0x80);
+    writeFile(path("stretches.iso"), image);
+    const auto stretches = DiscFiles::open(path("stretches.iso").toStdString());
+    const auto joined = stretches ? stretches->read("00010.BIN") : std::nullopt;
+    QVERIFY(joined && toQt(*joined) == randomBytes(10) + randomBytes(11));
 }
 
 void DiscTest::usesTheCopies_data()

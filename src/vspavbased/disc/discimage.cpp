@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "disc/discimage.h"
 
+#include "disc/isovolume.h"
 #include "disc/plainfile.h"
+#include "disc/udfvolume.h"
 
 #include <algorithm>
 
@@ -10,11 +12,16 @@ namespace engine {
 std::unique_ptr<DiscImage> DiscImage::open(const std::string& path)
 {
     const auto file = PlainFile::open(path);
-    auto volume = file ? UdfVolume::open(file, path) : nullptr;
+    if (!file)
+        return nullptr;
+    // Images for players have both file systems, and only UDF tells all: long names, large files.
+    std::unique_ptr<Volume> volume = UdfVolume::open(file, path);
+    if (!volume)
+        volume = IsoVolume::open(file);
     return volume ? std::unique_ptr<DiscImage>(new DiscImage(path, std::move(volume))) : nullptr;
 }
 
-DiscImage::DiscImage(const std::string& path, std::unique_ptr<UdfVolume> volume)
+DiscImage::DiscImage(const std::string& path, std::unique_ptr<Volume> volume)
     : DiscFiles(path)
     , m_volume(std::move(volume))
 {}
@@ -42,12 +49,12 @@ std::vector<DiscFiles::Entry> DiscImage::entries(const std::string& folder) cons
 }
 
 /// Names in the image are spelled as they are asked for.
-std::optional<UdfEntry> DiscImage::find(const std::string& path) const
+std::optional<VolumeEntry> DiscImage::find(const std::string& path) const
 {
-    UdfEntry entry = m_volume->root();
+    VolumeEntry entry = m_volume->root();
     for (std::size_t begin = 0; begin < path.size();) {
         const std::size_t end = std::min(path.find('/', begin), path.size());
-        const UdfFolder& folder = read(entry);
+        const VolumeFolder& folder = read(entry);
         const auto found = folder.find(path.substr(begin, end - begin));
         if (found == folder.end())
             return std::nullopt;
@@ -58,7 +65,7 @@ std::optional<UdfEntry> DiscImage::find(const std::string& path) const
 }
 
 /// Empty for what is no folder.
-const UdfFolder& DiscImage::read(const UdfEntry& folder) const
+const VolumeFolder& DiscImage::read(const VolumeEntry& folder) const
 {
     auto known = m_folders.find(folder.place);
     if (known == m_folders.end())

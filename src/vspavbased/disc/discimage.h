@@ -2,17 +2,17 @@
 #pragma once
 
 #include "disc/discfiles.h"
-#include "disc/udfvolume.h"
+#include "disc/volume.h"
 
 #include <map>
 
 namespace engine {
 
-/// A disc in an image of its UDF file system. Folders that have been read are kept.
+/// A disc in an image of its file system, UDF or ISO 9660. Folders that have been read are kept.
 class DiscImage final : public DiscFiles
 {
 public:
-    /// Null when there is no regular file at `path`, or no UDF file system in it.
+    /// Null when there is no regular file at `path`, or neither file system in it.
     static std::unique_ptr<DiscImage> open(const std::string& path);
 
     std::string volumeName() const override { return m_volume->name(); }
@@ -23,13 +23,14 @@ protected:
     std::vector<Entry> entries(const std::string& folder) const override;
 
 private:
-    DiscImage(const std::string& path, std::unique_ptr<UdfVolume> volume);
+    DiscImage(const std::string& path, std::unique_ptr<Volume> volume);
 
-    std::optional<UdfEntry> find(const std::string& path) const;
-    const UdfFolder& read(const UdfEntry& folder) const;
+    std::optional<VolumeEntry> find(const std::string& path) const;
+    const VolumeFolder& read(const VolumeEntry& folder) const;
 
-    std::unique_ptr<UdfVolume> m_volume;
-    mutable std::map<UdfPlace, UdfFolder> m_folders; ///< by the places of their descriptions
+    std::unique_ptr<Volume> m_volume;
+    mutable std::map<std::uint64_t, VolumeFolder>
+        m_folders; ///< by the places of their descriptions
 };
 
 } // namespace engine

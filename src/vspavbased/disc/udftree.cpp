@@ -12,9 +12,6 @@ namespace {
 /// Far more than the most interleaved files of a disc need.
 constexpr int mostExtensions = 2000;
 
-/// Of some two hundred thousand files.
-constexpr std::size_t largestFolder = std::size_t{16} * 1024 * 1024;
-
 /// Where a file entry says how its contents are allocated; two widths of addresses, or right here.
 enum class Allocation
 {
@@ -119,7 +116,7 @@ bool ExtentReader::append(const Extent& extent)
 struct Line
 {
     std::string name;
-    UdfEntry entry;
+    VolumeEntry entry;
     std::size_t size;
 };
 
@@ -136,19 +133,12 @@ std::optional<Line> parseLine(const ByteView& bytes)
     const std::size_t nameSize = bytes.u8(19);
     const std::size_t extraSize = bytes.le16(36);
     Line line;
-    line.entry.place = {bytes.le16(28), bytes.le32(24)};
+    line.entry.place = UdfPlace{bytes.le16(28), bytes.le32(24)}.number();
     line.entry.isFolder = flags & folderFlag;
     line.size = (fixedSize + extraSize + nameSize + 3) / 4 * 4;
     if (!(flags & (deletedFlag | parentFlag)))
         line.name = decodeUdfText(bytes.part(fixedSize + extraSize, nameSize));
     return line;
-}
-
-bool isFileName(const std::string& name)
-{
-    constexpr std::string_view forbidden("/\0", 2);
-    return !name.empty() && name != "." && name != ".." &&
-           name.find_first_of(forbidden) == std::string::npos;
 }
 
 } // namespace
@@ -182,9 +172,9 @@ std::optional<UdfNode> readUdfNode(const UdfPartitions& partitions, const UdfPla
     return node.content ? std::optional(node) : std::nullopt;
 }
 
-UdfFolder parseUdfFolder(const ByteSource& content, std::size_t most)
+VolumeFolder parseUdfFolder(const ByteSource& content, std::size_t most)
 {
-    UdfFolder folder;
+    VolumeFolder folder;
     const Bytes bytes = readBeginning(content, largestFolder);
     ByteView rest(bytes);
     while (folder.size() < most) {

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "media/bytesource.h"
+#include "disc/volume.h"
 
-#include <map>
 #include <optional>
-#include <string>
-#include <tuple>
+#include <vector>
 
 namespace engine {
 
@@ -16,20 +14,14 @@ struct UdfPlace
     std::uint16_t partition = 0;
     std::uint32_t block = 0;
 
-    bool operator<(const UdfPlace& other) const
+    /// As the entries of a volume have it.
+    std::uint64_t number() const { return std::uint64_t{partition} << 32 | block; }
+    static UdfPlace of(const VolumeEntry& entry)
     {
-        return std::tie(partition, block) < std::tie(other.partition, other.block);
+        return {static_cast<std::uint16_t>(entry.place >> 32),
+                static_cast<std::uint32_t>(entry.place)};
     }
 };
-
-/// A file or folder, as the folder lists it that it lies in.
-struct UdfEntry
-{
-    UdfPlace place; ///< of its description
-    bool isFolder = false;
-};
-
-using UdfFolder = std::map<std::string, UdfEntry>; ///< by name, UTF-8
 
 /// The contents of a volume's partitions. Null for those of a kind that is not read.
 using UdfPartitions = std::vector<ByteSourcePtr>;
@@ -52,6 +44,6 @@ std::optional<UdfNode> readUdfNode(const UdfPartitions& partitions, const UdfPla
 
 /// What a folder with these contents lists, up to `most`. Names that a path cannot have are left
 /// out.
-UdfFolder parseUdfFolder(const ByteSource& content, std::size_t most);
+VolumeFolder parseUdfFolder(const ByteSource& content, std::size_t most);
 
 } // namespace engine

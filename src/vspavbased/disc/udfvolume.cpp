@@ -119,7 +119,8 @@ UdfPartitions openPartitions(const VolumeDescription& volume)
 }
 
 /// The root folder, as the description of the file set names it.
-std::optional<UdfEntry> findRoot(const VolumeDescription& volume, const UdfPartitions& partitions)
+std::optional<VolumeEntry> findRoot(const VolumeDescription& volume,
+                                    const UdfPartitions& partitions)
 {
     const ByteView logicalVolume(volume.logicalVolume);
     const std::size_t partition = logicalVolume.le16(256);
@@ -129,7 +130,7 @@ std::optional<UdfEntry> findRoot(const VolumeDescription& volume, const UdfParti
     const ByteView fileSet(bytes);
     if (udfTagOf(fileSet) != UdfTag::fileSet)
         return std::nullopt;
-    return UdfEntry{{fileSet.le16(408), fileSet.le32(404)}, true};
+    return VolumeEntry{UdfPlace{fileSet.le16(408), fileSet.le32(404)}.number(), true};
 }
 
 } // namespace
@@ -150,21 +151,20 @@ std::unique_ptr<UdfVolume> UdfVolume::open(ByteSourcePtr image, const std::strin
     return nullptr;
 }
 
-UdfVolume::UdfVolume(const std::string& name, UdfPartitions partitions, const UdfEntry& root)
-    : m_name(name)
+UdfVolume::UdfVolume(const std::string& name, UdfPartitions partitions, const VolumeEntry& root)
+    : Volume(name, root)
     , m_partitions(std::move(partitions))
-    , m_root(root)
 {}
 
-UdfFolder UdfVolume::readFolder(const UdfEntry& entry, std::size_t most) const
+VolumeFolder UdfVolume::readFolder(const VolumeEntry& entry, std::size_t most) const
 {
-    const auto node = readUdfNode(m_partitions, entry.place);
-    return node && node->isFolder() ? parseUdfFolder(*node->content, most) : UdfFolder();
+    const auto node = readUdfNode(m_partitions, UdfPlace::of(entry));
+    return node && node->isFolder() ? parseUdfFolder(*node->content, most) : VolumeFolder();
 }
 
-ByteSourcePtr UdfVolume::open(const UdfEntry& entry) const
+ByteSourcePtr UdfVolume::open(const VolumeEntry& entry) const
 {
-    const auto node = readUdfNode(m_partitions, entry.place);
+    const auto node = readUdfNode(m_partitions, UdfPlace::of(entry));
     return node && node->isFile() ? node->content : nullptr;
 }
 
