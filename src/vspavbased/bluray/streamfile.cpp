@@ -96,8 +96,12 @@ std::optional<ClipInformation> findClipInformation(const DiscFiles& files, const
 {
     const std::filesystem::path stream(path);
     const std::string root = stream.parent_path().parent_path().string();
-    const std::string name = "CLIPINF/" + stream.stem().string() + ".clpi";
-    return parseNavigationFile(files, root, name, parseClipInformation);
+    const std::string name = "CLIPINF/" + stream.stem().string();
+    for (const char* suffix : {".clpi", ".CPI", ".cpi", ".CLPI"}) {
+        if (auto clip = parseNavigationFile(files, root, name + suffix, parseClipInformation))
+            return clip;
+    }
+    return std::nullopt;
 }
 
 StreamFileDescription describeByClipInformation(const ClipInformation& clip)

@@ -33,6 +33,10 @@ std::optional<VideoManager> parseVideoManager(const ByteView& ifo, IfoFindings& 
         else
             manager.titles.push_back(title);
     }
+    if (manager.titles.empty()) {
+        findings.add("no titles");
+        return std::nullopt;
+    }
     return manager;
 }
 

@@ -13,8 +13,14 @@ namespace {
 /// A multiple of the units in which discs are read: 2048 bytes of a DVD, 6144 of a Blu-ray disc.
 constexpr int ioBufferSize = 6 * 6144;
 
-/// What one piece of work may read. Only files that hold nothing make a demuxer look so far.
-constexpr std::int64_t mostBytes = 512LL * 1024 * 1024;
+/// What one piece of work may read. Only files that hold nothing make a demuxer look so far, and
+/// those of tens of thousands of fragments, of which it reads one buffer each.
+constexpr std::int64_t mostBytes = std::int64_t{2} * 1024 * 1024 * 1024;
+
+void logFailure(const std::string& name, const Demuxer& demuxer, int error)
+{
+    log(name + ": " + (demuxer.gaveUp() ? "given up, it took too long" : errorText(error)));
+}
 
 } // namespace
 
@@ -41,7 +47,7 @@ std::unique_ptr<Demuxer> Demuxer::openFile(const std::string& path, const AVInpu
     const int result = demuxer->open("file:" + path, format);
     if (result >= 0)
         return demuxer;
-    log(path + ": " + errorText(result));
+    logFailure(path, *demuxer, result);
     return nullptr;
 }
 
@@ -53,7 +59,7 @@ std::unique_ptr<Demuxer> Demuxer::openBytes(ByteSourcePtr bytes, const std::stri
         demuxer->attachBytes(std::move(bytes)) ? demuxer->open(name, format) : AVERROR(ENOMEM);
     if (result >= 0)
         return demuxer;
-    log(name + ": " + errorText(result));
+    logFailure(name, *demuxer, result);
     return nullptr;
 }
 

@@ -63,7 +63,7 @@ Opening MediaImporter::open(const std::string& path)
         return Opening::notMine();
     }
     if (!demuxer->findStreamInfo() || !isMedia(*demuxer->context())) {
-        log(path + ": no usable stream");
+        log(path + (demuxer->gaveUp() ? ": given up, it took too long" : ": no usable stream"));
         return Opening::notMine();
     }
     return Opening::opened(new MediaImporter(path, *demuxer->context()));

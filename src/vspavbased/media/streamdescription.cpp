@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/streamdescription.h"
 
+#include "text.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -9,10 +11,19 @@ namespace engine {
 
 namespace {
 
+/// Far more than people write into a file; some have whole pictures in their tags.
+constexpr std::size_t longestText = 64 * 1024;
+constexpr std::size_t mostTags = 1000;
+
+std::string textOf(const char* text)
+{
+    return cutUtf8(text, longestText);
+}
+
 std::string tagValue(const AVDictionary* metadata, const char* key)
 {
     const AVDictionaryEntry* entry = av_dict_get(metadata, key, nullptr, 0);
-    return entry ? entry->value : "";
+    return entry ? textOf(entry->value) : std::string();
 }
 
 int kindOf(const AVStream& stream)
@@ -157,8 +168,9 @@ MovieFacts describeMovie(AVFormatContext& context)
     for (unsigned i = 0; i < context.nb_streams; ++i)
         facts.streams.push_back(describeStream(context, *context.streams[i]));
     const AVDictionaryEntry* tag = nullptr;
-    while ((tag = av_dict_get(tagsOf(context), "", tag, AV_DICT_IGNORE_SUFFIX)))
-        facts.tags.emplace_back(tag->key, tag->value);
+    while (facts.tags.size() < mostTags &&
+           (tag = av_dict_get(tagsOf(context), "", tag, AV_DICT_IGNORE_SUFFIX)))
+        facts.tags.emplace_back(textOf(tag->key), textOf(tag->value));
     facts.name = tagValue(tagsOf(context), "title");
     return facts;
 }
