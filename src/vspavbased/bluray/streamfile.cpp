@@ -65,7 +65,7 @@ bool isEncrypted(const DiscFiles& files, const std::string& path)
 std::unique_ptr<Demuxer> demuxStream(const DiscFiles& files, const std::string& path,
                                      std::int64_t mostBytes)
 {
-    auto demuxer = isEncrypted(files, path) ? nullptr : files.demux(path);
+    auto demuxer = isEncrypted(files, path) ? nullptr : openStreamFile(files, path);
     if (!demuxer || !isTransportStream(*demuxer->context()))
         return nullptr;
     demuxer->context()->probesize = mostBytes;
@@ -91,6 +91,12 @@ std::int64_t startTicks(const AVFormatContext& context)
 }
 
 } // namespace
+
+std::unique_ptr<Demuxer> openStreamFile(const DiscFiles& files, const std::string& path)
+{
+    ByteSourcePtr file = files.openFile(path);
+    return file ? Demuxer::openBytes(std::move(file), files.nameOf(path)) : nullptr;
+}
 
 std::optional<ClipInformation> findClipInformation(const DiscFiles& files, const std::string& path)
 {

@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::size_t titleSetCount = 0x3E; ///< offset
 constexpr TableFormat titleTable{"title table", 0xC4, 8, 12, true};
-constexpr std::size_t mostTitles = 99;
 
 } // namespace
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "bytes/bytesource.h"
 #include "deadline.h"
 #include "libav.h"
-#include "media/bytesource.h"
 
 #include <memory>
 #include <string>

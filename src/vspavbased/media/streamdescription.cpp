@@ -62,13 +62,6 @@ Ratio frameRateOf(AVFormatContext& context, AVStream& stream)
     return average.isKnown() ? average : toRatio(av_guess_frame_rate(&context, &stream, nullptr));
 }
 
-/// Shape of a pixel; square when the file does not say.
-AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream)
-{
-    const AVRational aspect = av_guess_sample_aspect_ratio(&context, &stream, nullptr);
-    return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
-}
-
 Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
 {
     const AVRational pixel = pixelAspectOf(context, stream);
@@ -121,12 +114,16 @@ void describeSound(const AVCodecParameters& parameters, StreamFacts& facts)
         facts.channelLayout = parameters.ch_layout.u.mask;
 }
 
-/// The file's tags; some containers keep them with their one stream.
+/// The file's tags. Ogg keeps them with its streams.
 const AVDictionary* tagsOf(const AVFormatContext& context)
 {
-    if (av_dict_count(context.metadata) > 0 || context.nb_streams == 0)
+    if (std::strcmp(context.iformat->name, "ogg") != 0)
         return context.metadata;
-    return context.streams[0]->metadata;
+    const auto end = context.streams + context.nb_streams;
+    const auto tagged = std::find_if(context.streams, end, [](const AVStream* stream) {
+        return av_dict_count(stream->metadata) > 0;
+    });
+    return tagged == end ? context.metadata : (*tagged)->metadata;
 }
 
 } // namespace
@@ -140,6 +137,12 @@ bool isMovingPicture(const AVStream& stream)
 bool isTransportStream(const AVFormatContext& context)
 {
     return std::strcmp(context.iformat->name, "mpegts") == 0;
+}
+
+AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream, AVFrame* frame)
+{
+    const AVRational aspect = av_guess_sample_aspect_ratio(&context, &stream, frame);
+    return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
 }
 
 StreamFacts describeStream(AVFormatContext& context, AVStream& stream)
