@@ -17,6 +17,7 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSaveFile>
+#include <QtCore/QTemporaryFile>
 
 #include <cstdio>
 
@@ -71,6 +72,16 @@ void sayLog(const QList<LogCollector::Record>& records)
         say(records.at(i).message);
     if (records.size() > mostRecordsShown)
         say(QStringLiteral("… and %1 more").arg(records.size() - mostRecordsShown));
+}
+
+/// The import does not say when it cannot write its pictures.
+void sayUnwritableFolder(const QString& folder)
+{
+    const QByteArray someBytes(64 * 1024, ' ');
+    QTemporaryFile file(folder + QStringLiteral("/.vspimport-XXXXXX"));
+    const bool written = file.open() && file.write(someBytes) == someBytes.size() && file.flush();
+    if (!written && QDir(folder).exists())
+        say(QStringLiteral("pictures cannot be written to %1: %2").arg(folder, file.errorString()));
 }
 
 QByteArray jsonOf(const SourcePaths& paths, const ImportSession& session,
@@ -128,7 +139,9 @@ bool writeResults(const Options& options, const SourcePaths& paths, ImportSessio
         written = false;
     }
     if (!options.jsonFile.isEmpty() && !writeJson(jsonOf(paths, session, log.records()), options)) {
-        say(QStringLiteral("cannot write %1").arg(options.jsonFile));
+        say(QStringLiteral("cannot write %1")
+                .arg(options.jsonToStandardOutput() ? QStringLiteral("the output")
+                                                    : options.jsonFile));
         written = false;
     }
     if (!options.reportFile.isEmpty() && !session.saveReport(options.reportFile)) {
@@ -152,6 +165,8 @@ int vspimportRun(const Options& options)
     QObject::connect(&interrupt, SIGNAL(interrupted()), &session, SLOT(stop()));
     const bool started = session.run(paths.sources, paths.undecodable);
     sayLog(log.records());
+    if (options.forImport || options.forConvert)
+        sayUnwritableFolder(CImportContext::instance()->configDir());
     if (!started)
         return CannotRun;
     const bool written = writeResults(options, paths, session, log);

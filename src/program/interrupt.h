@@ -6,8 +6,9 @@
 
 class QSocketNotifier;
 
-/// Turns Ctrl-C and a request to terminate into a signal on the main thread. A second one ends the
-/// process at once, should the first not be heard. One object a process.
+/// Turns Ctrl-C, a request to terminate and the end of the terminal into a signal on the main
+/// thread. Another one a second later or more ends the process at once, should the first not be
+/// heard. One object a process.
 class Interrupt : public QObject
 {
     Q_OBJECT

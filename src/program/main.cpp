@@ -20,7 +20,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <langinfo.h>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace {
 
@@ -37,6 +40,24 @@ void ensureUtf8FileNames()
     std::setlocale(LC_CTYPE, "");
     if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0)
         setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+/// A standard stream that is closed would become the first file that is opened, and get our output.
+void ensureStandardStreams()
+{
+    int file = 0;
+    while (file >= 0 && file <= STDERR_FILENO)
+        file = open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (file >= 0)
+        close(file);
+}
+
+/// Services run without one, and the cache lies in it.
+void ensureHome()
+{
+    const passwd* user = std::getenv("HOME") ? nullptr : getpwuid(getuid());
+    if (user)
+        setenv("HOME", user->pw_dir, 1);
 }
 
 void print(const QString& text, std::FILE* file)
@@ -61,7 +82,9 @@ int import(const Options& options)
 
 int main(int argc, char** argv)
 {
+    ensureStandardStreams();
     ensureUtf8FileNames();
+    ensureHome();
     const QCoreApplication application(argc, argv);
     Options options;
     QString error;

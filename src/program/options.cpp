@@ -2,6 +2,7 @@
 #include "options.h"
 
 #include <QtCore/QCommandLineParser>
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
@@ -102,8 +103,24 @@ QString patternList(const QString& text)
 
 QString defaultConfigDir()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-           QStringLiteral("/vspimport/snapshots");
+    QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    if (QDir::isRelativePath(cache)) // XDG_CACHE_HOME counts only if it is absolute
+        cache = QDir::homePath() + QStringLiteral("/.cache");
+    return cache + QStringLiteral("/vspimport/snapshots");
+}
+
+bool checkNames(const QCommandLineParser& parser, QString& error)
+{
+    for (const char* name : {"config-dir", "json", "report"}) {
+        if (!parser.isSet(QLatin1String(name)))
+            continue;
+        const QString value = parser.value(QLatin1String(name));
+        if (value.isEmpty())
+            error = QStringLiteral("--%1 needs a name").arg(QLatin1String(name));
+        else if (value.contains(QChar(QChar::ReplacementCharacter)))
+            error = QStringLiteral("the name for --%1 is no valid text").arg(QLatin1String(name));
+    }
+    return error.isEmpty();
 }
 
 bool readValues(const QCommandLineParser& parser, Options& options, QString& error)
@@ -114,12 +131,8 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     if (parser.isSet(QStringLiteral("snap-size")) &&
         !parseSnapSize(snapSize, options.snapSize, error))
         return false;
-    for (const char* name : {"config-dir", "json", "report"}) {
-        if (parser.isSet(QLatin1String(name)) && parser.value(QLatin1String(name)).isEmpty()) {
-            error = QStringLiteral("--%1 needs a name").arg(QLatin1String(name));
-            return false;
-        }
-    }
+    if (!checkNames(parser, error))
+        return false;
     options.configDir = parser.isSet(QStringLiteral("config-dir"))
                             ? parser.value(QStringLiteral("config-dir"))
                             : defaultConfigDir();

@@ -10,6 +10,11 @@
 namespace {
 
 const int redrawMs = 80;
+
+/// The last column stays free, since some terminals break the line when it is written, and two for
+/// the "^C" of whoever has seen enough.
+const int columnsKept = 3;
+
 const char* const toLineStart = "\r\x1b[K";
 
 int terminalWidth()
@@ -54,11 +59,10 @@ void ProgressLine::show(const QString& phase, int percent, int done, const QStri
     if (!m_enabled || (m_isShown && m_sinceDrawn.elapsed() < redrawMs))
         return;
     const QString head = QStringLiteral("%1 %2%  %3  ").arg(phase).arg(percent, 3).arg(done);
-    // The last column stays free: some terminals break the line when it is written.
-    const int room = qMax(terminalWidth() - 1 - head.length(), 0);
+    const int width = qMax(terminalWidth() - columnsKept, 1);
+    const int room = qMax(width - head.length(), 0);
     const QString line = head + endOf(terminalText(path), room);
-    std::fprintf(stderr, "%s%s", toLineStart,
-                 line.left(terminalWidth() - 1).toLocal8Bit().constData());
+    std::fprintf(stderr, "%s%s", toLineStart, line.left(width).toLocal8Bit().constData());
     std::fflush(stderr);
     m_isShown = true;
     m_sinceDrawn.start();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "sourcepaths.h"
 
+#include "unreadablefolders.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -61,8 +63,8 @@ SourcePaths SourcePaths::inspect(const QList<QByteArray>& paths)
             result.sources.append(discOf(path));
         else
             (info.exists() ? result.special : result.missing).append(path);
-        if (info.isDir() && !(info.isReadable() && info.isExecutable()))
-            result.unreadable.append(path);
+        if (info.isDir())
+            result.unreadable += unreadableFolders(bytes);
     }
     return result;
 }

@@ -14,7 +14,7 @@ struct SourcePaths
     QStringList undecodable; ///< exist perhaps, but their names are no valid text
     QStringList missing;     ///< nothing there
     QStringList special;     ///< neither file nor folder
-    QStringList unreadable;  ///< folders that cannot be listed; among the sources all the same
+    QStringList unreadable;  ///< folders, at or below the sources, that cannot be listed
 
     /// A part of a disc (its VIDEO_TS, BDMV or BDAV folder, or a file of its navigation there)
     /// stands for the disc, unless the import knows it by itself.

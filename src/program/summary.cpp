@@ -178,5 +178,6 @@ QString summaryOf(const ImportSession& session)
     QString text;
     for (const auto& task : session.tasks())
         text += taskLines(task.get());
-    return text + errorLines(session) + countLine(session);
+    text += errorLines(session) + countLine(session);
+    return text.startsWith(QLatin1Char('\n')) ? text.mid(1) : text;
 }

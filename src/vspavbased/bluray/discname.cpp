@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/discname.h"
 
+#include "log.h"
+
 #include <libxml/xmlreader.h>
 
 #include <algorithm>
@@ -18,6 +20,33 @@ struct FreeReader
     void operator()(xmlTextReader* reader) const { xmlFreeTextReader(reader); }
 };
 using XmlReader = std::unique_ptr<xmlTextReader, FreeReader>;
+
+/// While it lives, what the library has to say on this thread goes into the log. Some of it, as on
+/// bytes that are no text, would go to standard error whatever a reader's options are.
+class LoggedErrors
+{
+public:
+    LoggedErrors()
+        : m_handler(xmlStructuredError)
+        , m_context(xmlStructuredErrorContext)
+    {
+        xmlSetStructuredErrorFunc(nullptr, toLog);
+    }
+    ~LoggedErrors() { xmlSetStructuredErrorFunc(m_context, m_handler); }
+
+    LoggedErrors(const LoggedErrors&) = delete;
+    LoggedErrors& operator=(const LoggedErrors&) = delete;
+
+private:
+    static void toLog(void* /*context*/, xmlError* error)
+    {
+        log(std::string("disc metadata: ") +
+            (error && error->message ? error->message : "damaged"));
+    }
+
+    xmlStructuredErrorFunc m_handler;
+    void* m_context;
+};
 
 std::string text(const xmlChar* utf8)
 {
@@ -45,9 +74,10 @@ bool isName(xmlTextReader* reader)
 /// outside the file is read, and of its own entities only those that every XML has.
 std::string firstName(const Bytes& xml)
 {
-    const XmlReader reader(xmlReaderForMemory(
-        reinterpret_cast<const char*>(xml.data()), static_cast<int>(xml.size()), nullptr, nullptr,
-        XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+    const LoggedErrors errors;
+    const XmlReader reader(xmlReaderForMemory(reinterpret_cast<const char*>(xml.data()),
+                                              static_cast<int>(xml.size()), nullptr, nullptr,
+                                              XML_PARSE_NONET));
     std::string name;
     bool isInside = false;
     while (reader && xmlTextReaderRead(reader.get()) == 1) {

@@ -10,11 +10,14 @@ namespace {
 constexpr int mostPacketsForFrame = 1000;
 constexpr int mostPacketsForStream = 5000;
 
+/// Where all streams stand in a header the place decides: what a demuxer takes the codec for may
+/// change once it has seen more of the stream.
 AVStream* findStream(const AVFormatContext& context, const VideoTrack& track)
 {
-    const auto fits = [&track](const AVStream& stream) {
+    const bool hasHeader = !(context.ctx_flags & AVFMTCTX_NOHEADER);
+    const auto fits = [&track, hasHeader](const AVStream& stream) {
         return stream.id == track.demuxerId && stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
-               stream.codecpar->codec_id == track.parameters->codec_id;
+               (hasHeader || stream.codecpar->codec_id == track.parameters->codec_id);
     };
     const auto wanted = static_cast<unsigned>(track.streamIndex);
     if (wanted < context.nb_streams && fits(*context.streams[wanted]))

@@ -72,7 +72,7 @@ Opening MediaImporter::open(const std::string& path)
 MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context)
     : m_path(path)
     , m_movie(describeMovie(context))
-    , m_videoTracks(engine::videoTracks(context))
+    , m_videoTracks(std::make_shared<std::vector<VideoTrack>>(engine::videoTracks(context)))
     , m_format(context.iformat)
     , m_span(spanOf(context))
     , m_isProtected(isProtected(context, path))
@@ -106,11 +106,15 @@ AVBased::IAVSource* MediaImporter::openSource(std::int32_t movieId, std::int32_t
 {
     if (movieId != 0)
         return nullptr;
-    for (const VideoTrack& track : m_videoTracks) {
+    for (const VideoTrack& track : *m_videoTracks) {
         if (track.streamIndex != videoStreamId)
             continue;
-        auto reader = FrameReader::open(Demuxer::openFile(m_path, m_format), track);
-        return reader ? new MediaSource(std::move(reader), track, m_span) : nullptr;
+        const std::shared_ptr<const VideoTrack> shared(m_videoTracks, &track);
+        return MediaSource::open(
+            [path = m_path, format = m_format, shared] {
+                return FrameReader::open(Demuxer::openFile(path, format), *shared);
+            },
+            track, m_span);
     }
     return nullptr;
 }

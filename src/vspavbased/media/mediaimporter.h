@@ -8,6 +8,7 @@
 #include "vspavbased/iavimporter.h"
 #include "vspavbased/imovieinfoext.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,7 @@ private:
 
     std::string m_path;
     MovieRecord m_movie;
-    std::vector<VideoTrack> m_videoTracks;
+    std::shared_ptr<const std::vector<VideoTrack>> m_videoTracks; ///< shared with the sources
     const AVInputFormat* m_format;
     MediaSource::Span m_span;
     bool m_isProtected;

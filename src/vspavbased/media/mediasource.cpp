@@ -21,9 +21,16 @@ std::int64_t distance(const AVIndexEntry& entry, std::int64_t timestamp)
 
 } // namespace
 
-MediaSource::MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track,
-                         const Span& span)
-    : m_reader(std::move(reader))
+MediaSource* MediaSource::open(const Opener& opener, const VideoTrack& track, const Span& span)
+{
+    auto reader = opener();
+    return reader ? new MediaSource(opener, std::move(reader), track, span) : nullptr;
+}
+
+MediaSource::MediaSource(const Opener& opener, std::unique_ptr<FrameReader> reader,
+                         const VideoTrack& track, const Span& span)
+    : m_opener(opener)
+    , m_reader(std::move(reader))
     , m_span(span)
 {
     m_frame.orientation = track.orientation;
@@ -81,13 +88,16 @@ bool MediaSource::goToKeyframeNear(std::int64_t timestamp)
            foundBefore;
 }
 
-/// To the first byte, where reading began.
+/// To where reading began. Not every demuxer finds back there, so a new one begins.
 bool MediaSource::startOver()
 {
     m_atStart = true;
-    AVFormatContext* context = m_reader->demuxer().context();
-    return av_seek_frame(context, -1, 0, AVSEEK_FLAG_BYTE) >= 0 ||
-           av_seek_frame(context, -1, m_span.start, AVSEEK_FLAG_BACKWARD) >= 0;
+    auto reader = m_opener();
+    if (!reader)
+        return false;
+    m_reader = std::move(reader);
+    m_reader->demuxer().allow(pictureLimit);
+    return true;
 }
 
 /// After a search that found no frame: begins another one further back, at last at the start of the

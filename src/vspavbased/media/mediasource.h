@@ -4,6 +4,7 @@
 #include "media/framereader.h"
 #include "media/framesource.h"
 
+#include <functional>
 #include <memory>
 
 namespace engine {
@@ -20,11 +21,18 @@ public:
         std::int64_t duration = 0; ///< 0 for unknown
     };
 
-    MediaSource(std::unique_ptr<FrameReader> reader, const VideoTrack& track, const Span& span);
+    /// Opens the file's track, each time anew. Null when that cannot be done.
+    using Opener = std::function<std::unique_ptr<FrameReader>()>;
+
+    /// Null when the track cannot be opened.
+    static MediaSource* open(const Opener& opener, const VideoTrack& track, const Span& span);
 
     void seek(std::int32_t positionMs) override;
 
 private:
+    MediaSource(const Opener& opener, std::unique_ptr<FrameReader> reader, const VideoTrack& track,
+                const Span& span);
+
     bool readNext() override;
     void goTo(std::int64_t timestamp);
     bool goToKeyframeNear(std::int64_t timestamp);
@@ -33,6 +41,7 @@ private:
     std::int64_t timestampOf(std::int64_t positionUs) const;
     std::int64_t positionMsOf(const AVFrame& picture) const;
 
+    Opener m_opener;
     std::unique_ptr<FrameReader> m_reader;
     Span m_span;
     std::int64_t m_positionUs = 0; ///< where the last seek went

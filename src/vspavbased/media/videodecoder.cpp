@@ -3,12 +3,33 @@
 
 #include "log.h"
 
+#include <cstring>
+#include <type_traits>
+
 namespace engine {
 
 namespace {
 
 /// Twice the pixels of an 8K picture: a file that claims more gets no picture, and no memory.
 constexpr std::int64_t mostPixels = 64LL * 1024 * 1024;
+
+/// Decoders pass on whatever number a stream has in the place of one of these.
+template <typename Enumeration>
+void replaceUnknown(Enumeration& value, Enumeration end, Enumeration unspecified)
+{
+    std::underlying_type_t<Enumeration> number;
+    std::memcpy(&number, &value, sizeof(number));
+    if (number >= static_cast<decltype(number)>(end))
+        value = unspecified;
+}
+
+void replaceUnknownColours(AVFrame& frame)
+{
+    replaceUnknown(frame.color_range, AVCOL_RANGE_NB, AVCOL_RANGE_UNSPECIFIED);
+    replaceUnknown(frame.color_primaries, AVCOL_PRI_NB, AVCOL_PRI_UNSPECIFIED);
+    replaceUnknown(frame.color_trc, AVCOL_TRC_NB, AVCOL_TRC_UNSPECIFIED);
+    replaceUnknown(frame.colorspace, AVCOL_SPC_NB, AVCOL_SPC_UNSPECIFIED);
+}
 
 } // namespace
 
@@ -43,8 +64,9 @@ void VideoDecoder::send(const AVPacket* packet)
 FramePtr VideoDecoder::receive()
 {
     FramePtr frame(av_frame_alloc());
-    if (frame && avcodec_receive_frame(m_context.get(), frame.get()) < 0)
-        frame.reset();
+    if (!frame || avcodec_receive_frame(m_context.get(), frame.get()) < 0)
+        return nullptr;
+    replaceUnknownColours(*frame);
     return frame;
 }
 
