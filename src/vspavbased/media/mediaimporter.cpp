@@ -14,6 +14,8 @@ namespace engine {
 
 namespace {
 
+const char protectedText[] = ": protected by digital rights management";
+
 bool hasParameters(const AVStream& stream)
 {
     const AVCodecParameters& parameters = *stream.codecpar;
@@ -59,14 +61,17 @@ Opening MediaImporter::open(const std::string& path)
     auto demuxer = Demuxer::openFile(path);
     if (!demuxer) {
         if (logIsOpen() && mp4DeclaresProtection(path))
-            log(path + ": protected by digital rights management");
+            log(path + protectedText);
         return Opening::notMine();
     }
     if (!demuxer->findStreamInfo() || !isMedia(*demuxer->context())) {
         log(path + (demuxer->gaveUp() ? ": given up, it took too long" : ": no usable stream"));
         return Opening::notMine();
     }
-    return Opening::opened(new MediaImporter(path, *demuxer->context()));
+    auto* importer = new MediaImporter(path, *demuxer->context());
+    if (importer->m_isProtected)
+        log(path + protectedText);
+    return Opening::opened(importer);
 }
 
 MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context)
