@@ -13,7 +13,7 @@ namespace {
 /// A multiple of the units in which discs are read: 2048 bytes of a DVD, 6144 of a Blu-ray disc.
 constexpr int ioBufferSize = 6 * 6144;
 
-constexpr std::int64_t megabyte = 1024 * 1024;
+constexpr std::int64_t megabyte = std::int64_t{1024} * 1024;
 
 /// What one piece of work may read. Only files that hold nothing make a demuxer look so far, which
 /// may keep all of it.

@@ -12,7 +12,7 @@ namespace engine {
 namespace {
 
 /// Far more than people write into a file; some have whole pictures in their tags.
-constexpr std::size_t longestText = 64 * 1024;
+constexpr std::size_t longestText = std::size_t{64} * 1024;
 constexpr std::size_t mostTags = 1000;
 
 std::string textOf(const char* text)
