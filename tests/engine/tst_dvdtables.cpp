@@ -90,50 +90,38 @@ DvdTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
     return title;
 }
 
-using Titles = std::vector<DvdTitle>;
-
 } // namespace
-
-Q_DECLARE_METATYPE(Titles)
 
 class DvdTablesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void times_data();
     void times();
     void aTitlePlaysItsChainsAndOneAngle();
     void chaptersThatLeadNowhereAreLeftOut();
     void interleavedCellsAreReadInTheirPieces();
-    void findsTheMainTitle_data();
     void findsTheMainTitle();
     void scrambledSectors();
 };
 
-void DvdTablesTest::times_data()
-{
-    QTest::addColumn<quint32>("code");
-    QTest::addColumn<bool>("isNtsc");
-    QTest::addColumn<double>("seconds");
-    QTest::newRow("PAL") << 0x01020364u << false << 3723.96;
-    // An hour of NTSC, as it is counted, lasts 3.6 s longer.
-    QTest::newRow("NTSC") << 0x010000C0u << true << 3603.6;
-    QTest::newRow("NTSC pictures") << 0x000319E5u << true << 5995 * 1001 / 30000.0;
-    QTest::newRow("without a rate, NTSC") << 0x00001000u << true << 10.01;
-    QTest::newRow("without a rate, PAL") << 0x00001000u << false << 10.0;
-    QTest::newRow("no decimal number") << 0x00A00040u << false << -1.0;
-}
-
 void DvdTablesTest::times()
 {
-    QFETCH(quint32, code);
-    QFETCH(bool, isNtsc);
-    QFETCH(double, seconds);
-    Bytes bytes;
-    put(bytes, 0, code, 4);
-    const auto time = parseTime(bytes, isNtsc);
-    QVERIFY(qAbs((time ? inSeconds(*time) : -1.0) - seconds) < 0.001);
+    const auto expect = [](quint32 code, bool isNtsc, double seconds) {
+        Bytes bytes;
+        put(bytes, 0, code, 4);
+        const auto time = parseTime(bytes, isNtsc);
+        QVERIFY(qAbs((time ? inSeconds(*time) : -1.0) - seconds) < 0.001);
+    };
+    expect(0x01020364, false, 3723.96);
+    // An hour of NTSC, as it is counted, lasts 3.6 s longer.
+    expect(0x010000C0, true, 3603.6);
+    expect(0x000319E5, true, 5995 * 1001 / 30000.0);
+    // Without a rate.
+    expect(0x00001000, true, 10.01);
+    expect(0x00001000, false, 10.0);
+    // No decimal number.
+    expect(0x00A00040, false, -1.0);
 }
 
 void DvdTablesTest::aTitlePlaysItsChainsAndOneAngle()
@@ -190,39 +178,28 @@ void DvdTablesTest::interleavedCellsAreReadInTheirPieces()
     QCOMPARE(layout.cellAt(100 * ticksPerSecond), std::size_t(2));
 }
 
-void DvdTablesTest::findsTheMainTitle_data()
-{
-    QTest::addColumn<Titles>("titles");
-    QTest::addColumn<int>("expected");
-
-    QTest::newRow("nothing to play") << Titles{titleOf({}), titleOf({{1, 0}})} << -1;
-    QTest::newRow("the longest") << Titles{titleOf({{1, 10}}), titleOf({{2, 90}}),
-                                           titleOf({{3, 50}})}
-                                 << 1;
-    QTest::newRow("the first of equal ones")
-        << Titles{titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 90}})} << 1;
-    QTest::newRow("the film twice")
-        << Titles{titleOf({{1, 45}, {2, 45}, {1, 45}, {2, 45}}), titleOf({{1, 45}, {2, 45}})} << 1;
-    QTest::newRow("the film twice, with a trailer")
-        << Titles{titleOf({{1, 90}, {3, 2}, {1, 90}}), titleOf({{1, 90}}), titleOf({{3, 2}})} << 1;
-    QTest::newRow("a part of the film")
-        << Titles{titleOf({{2, 45}}), titleOf({{1, 45}, {2, 45}})} << 1;
-    QTest::newRow("all episodes") << Titles{titleOf({{1, 40}}), titleOf({{2, 40}}),
-                                            titleOf({{1, 40}, {2, 40}})}
-                                  << 2;
-    QTest::newRow("a logo shown twice in the film")
-        << Titles{titleOf({{1, 1}}), titleOf({{1, 1}, {2, 90}, {1, 1}})} << 1;
-}
-
 void DvdTablesTest::findsTheMainTitle()
 {
-    QFETCH(Titles, titles);
-    QFETCH(int, expected);
-    DvdDisc disc;
-    // A set in front, whose cells have the same numbers but are others.
-    disc.titleSets = {{1, true, {}, {titleOf({{1, 5}, {1, 5}})}}, {2, true, {}, titles}};
-    const auto found = findMainTitle(disc);
-    QCOMPARE(found ? int(*found) : -1, expected < 0 ? 0 : expected + 1);
+    const auto mainOf = [](const std::vector<DvdTitle>& titles) {
+        DvdDisc disc;
+        // A set in front, whose cells have the same numbers but are others.
+        disc.titleSets = {{1, true, {}, {titleOf({{1, 5}, {1, 5}})}}, {2, true, {}, titles}};
+        const auto found = findMainTitle(disc);
+        return found ? int(*found) - 1 : -2;
+    };
+    QCOMPARE(mainOf({titleOf({}), titleOf({{1, 0}})}), -1);
+    QCOMPARE(mainOf({titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 50}})}), 1);
+    QCOMPARE(mainOf({titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 90}})}), 1);
+    // The film twice, and with a trailer between.
+    QCOMPARE(mainOf({titleOf({{1, 45}, {2, 45}, {1, 45}, {2, 45}}), titleOf({{1, 45}, {2, 45}})}),
+             1);
+    QCOMPARE(mainOf({titleOf({{1, 90}, {3, 2}, {1, 90}}), titleOf({{1, 90}}), titleOf({{3, 2}})}),
+             1);
+    // A part of the film, and all episodes.
+    QCOMPARE(mainOf({titleOf({{2, 45}}), titleOf({{1, 45}, {2, 45}})}), 1);
+    QCOMPARE(mainOf({titleOf({{1, 40}}), titleOf({{2, 40}}), titleOf({{1, 40}, {2, 40}})}), 2);
+    // A logo shown twice in the film.
+    QCOMPARE(mainOf({titleOf({{1, 1}}), titleOf({{1, 1}, {2, 90}, {1, 1}})}), 1);
 }
 
 void DvdTablesTest::scrambledSectors()

@@ -1,14 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
 // The program from end to end, on media files.
-#include "fixture.h"
 #include "programrun.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QUrl>
-#include <QtGui/QImage>
 #include <QtTest/QtTest>
 
 #include <csignal>
@@ -17,17 +13,21 @@ namespace {
 
 QByteArray smallVideo()
 {
-    QFile file(fixturePath("media/one-frame.mp4"));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return contentOf(fixturePath("media/one-frame.mp4"));
+}
+
+/// The file that the image URL of a video task leads to.
+QString pictureOf(const QJsonValue& task)
+{
+    return QUrl(textAt(task, "movieInfo/imageUrl")).toLocalFile();
 }
 
 /// Fills `folder` with links to one video, so that a large library costs nothing.
 void makeLibrary(const QString& folder, int count)
 {
-    QVERIFY(QDir().mkpath(folder));
-    QVERIFY(QFile::copy(fixturePath("media/one-frame.mp4"), folder + "/0.mp4"));
+    const QString video = writeFile(folder + "/0.mp4", smallVideo());
     for (int i = 1; i < count; ++i)
-        QVERIFY(QFile::link(folder + "/0.mp4", QStringLiteral("%1/%2.mp4").arg(folder).arg(i)));
+        QVERIFY(QFile::link(video, QString("%1/%2.mp4").arg(folder).arg(i)));
 }
 
 } // namespace
@@ -39,7 +39,6 @@ class ProgramTest : public QObject
 private Q_SLOTS:
     void importsAFolder();
     void secondImportReusesPictures();
-    void exitStatus_data();
     void exitStatus();
     void writesOnlyWhatIsAskedFor();
     void eventsComeInOrder();
@@ -48,7 +47,6 @@ private Q_SLOTS:
     void namesThatAreNoText();
     void worksWithoutALocale();
     void fewDescriptorsSuffice();
-    void interruptStopsInOrder_data();
     void interruptStopsInOrder();
     void discsAreFoundFromWithin();
     void saysThatThePluginIsMissing();
@@ -59,37 +57,35 @@ void ProgramTest::importsAFolder()
     ProgramRun program;
     const QJsonObject result = program.import({fixturePath("media")});
     QCOMPARE(program.status, 1);
-    QCOMPARE(result.value("sources").toArray(), QJsonArray({fixturePath("media")}));
-    QCOMPARE(result.value("stopped").toBool(), false);
-    QCOMPARE(result.value("importPercent").toInt(), 100);
-    QCOMPARE(result.value("snapPercent").toInt(), 100);
+    QCOMPARE(textAt(result, "sources/0"), fixturePath("media"));
+    QCOMPARE(at(result, "stopped"), QJsonValue(false));
+    QCOMPARE(at(result, "importPercent"), QJsonValue(100));
+    QCOMPARE(at(result, "snapPercent"), QJsonValue(100));
     QVERIFY(
         ProgramRun::errors(result).contains("ErrorImportFalsed " + fixturePath("media/text.mp4")));
 
-    const QJsonObject audio = ProgramRun::task(result, fixturePath("media/cover.mp3"));
-    QCOMPARE(audio.value("taskType").toString(), QString("AudioTask"));
-    QCOMPARE(audio.value("movieInfo").toObject().value("imageUrl").toString(), QString());
-    const QJsonObject video = ProgramRun::task(result, fixturePath("media/several.mkv"));
-    QCOMPARE(video.value("taskType").toString(), QString("VideoTask"));
-    const QJsonObject movie = video.value("movieInfo").toObject();
-    QCOMPARE(movie.value("fileName").toString(), QString("several.mkv"));
-    QCOMPARE(movie.value("streams").toArray().size(), 3);
-    const QJsonObject stream = movie.value("streams").toArray().first().toObject();
-    QCOMPARE(stream.size(), 18);
-    QCOMPARE(stream.value("streamType").toString(), QString("StreamVideo"));
-    QCOMPARE(stream.value("framerate").toString(), QString("23.976 fps"));
-    QCOMPARE(stream.value("rawFramerate").toString(), QString::number(quint64(24000) << 32 | 1001));
-    QCOMPARE(stream.value("aspectRatio").toString(), QString("4:3"));
+    const QJsonValue audio = ProgramRun::task(result, fixturePath("media/cover.mp3"));
+    QCOMPARE(textAt(audio, "taskType"), QString("AudioTask"));
+    QCOMPARE(textAt(audio, "movieInfo/imageUrl"), QString());
+    const QJsonValue video = ProgramRun::task(result, fixturePath("media/several.mkv"));
+    QCOMPARE(textAt(video, "taskType"), QString("VideoTask"));
+    QCOMPARE(textAt(video, "movieInfo/fileName"), QString("several.mkv"));
+    QCOMPARE(at(video, "movieInfo/streams").toArray().size(), 3);
+    const QJsonValue stream = at(video, "movieInfo/streams/0");
+    QCOMPARE(stream.toObject().size(), 18);
+    QCOMPARE(textAt(stream, "streamType"), QString("StreamVideo"));
+    QCOMPARE(textAt(stream, "framerate"), QString("23.976 fps"));
+    QCOMPARE(textAt(stream, "rawFramerate"), QString::number(quint64(24000) << 32 | 1001));
+    QCOMPARE(textAt(stream, "aspectRatio"), QString("4:3"));
 
     // A picture for every video, of the default size, and nothing else in the folder.
     int videos = 0;
-    for (const QJsonValue& task : result.value("tasks").toArray()) {
-        const QJsonObject info = task.toObject().value("movieInfo").toObject();
-        if (task.toObject().value("taskType").toString() != "VideoTask")
+    for (const QJsonValue& task : at(result, "tasks").toArray()) {
+        if (textAt(task, "taskType") != "VideoTask")
             continue;
         ++videos;
-        const QImage picture(QUrl(info.value("imageUrl").toString()).toLocalFile(), "JPG");
-        QVERIFY2(picture.size() == QSize(320, 180), qPrintable(info.value("fileName").toString()));
+        QVERIFY2(QImage(pictureOf(task), "JPG").size() == QSize(320, 180),
+                 qPrintable(textAt(task, "url")));
     }
     QVERIFY(videos > 15);
     QCOMPARE(program.pictures().size(), videos);
@@ -100,58 +96,43 @@ void ProgramTest::secondImportReusesPictures()
     ProgramRun program;
     const QString clip = program.file("clip.mp4", smallVideo());
     program.import({clip});
-    QCOMPARE(program.pictures().size(), 1);
-    const QString picture = program.path("pictures/" + program.pictures().first());
-    QFile file(picture);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("kept");
-    file.close();
+    const QString picture = program.path("pictures/" + program.pictures().value(0));
+    writeFile(picture, "kept");
     const QJsonObject result = program.import({clip});
-    QCOMPARE(QFileInfo(picture).size(), 4);
-    const QJsonObject movie = ProgramRun::task(result, clip).value("movieInfo").toObject();
-    QCOMPARE(QUrl(movie.value("imageUrl").toString()).toLocalFile(), picture);
-}
-
-void ProgramTest::exitStatus_data()
-{
-    QTest::addColumn<QStringList>("arguments"); ///< $f is the folder of the fixtures
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("said"); ///< on standard error, in one line
-
-    QTest::newRow("all imported") << QStringList("$f/one-frame.mp4") << 0 << "";
-    QTest::newRow("one not") << QStringList({"$f/one-frame.mp4", "$f/text.mp4"}) << 1 << "";
-    QTest::newRow("forbidden") << QStringList({"--forbid", "*.mp4;", "$f/one-frame.mp4"}) << 1
-                               << "";
-    QTest::newRow("other formats")
-        << QStringList({"--formats", "*.avi", "$f/one-frame.mp4"}) << 1 << "";
-    QTest::newRow("all files") << QStringList(
-                                      {"--formats", "*.avi", "--all-files", "$f/one-frame.mp4"})
-                               << 0 << "";
-    QTest::newRow("for conversion") << QStringList({"--for", "convert", "$f/text.mp4"}) << 0 << "";
-    QTest::newRow("protected") << QStringList("$f/encrypted.mp4") << 1 << "";
-    QTest::newRow("protected, allowed")
-        << QStringList({"--allow-drm", "$f/encrypted.mp4"}) << 0 << "";
-    QTest::newRow("missing") << QStringList({"$f/one-frame.mp4", "/no/such"}) << 1 << "/no/such";
-    QTest::newRow("device") << QStringList("/dev/null") << 1 << "/dev/null";
-    QTest::newRow("nothing") << QStringList() << 2 << "PATH";
-    QTest::newRow("unknown option") << QStringList({"--no-such", "$f"}) << 2 << "no-such";
-    QTest::newRow("bad size") << QStringList({"--snap-size", "0x5", "$f"}) << 2 << "0x5";
-    QTest::newRow("bad purpose") << QStringList({"--for", "fun", "$f"}) << 2 << "fun";
-    QTest::newRow("value missing") << QStringList({"$f", "--json"}) << 2 << "json";
-    QTest::newRow("help") << QStringList("--help") << 0 << "";
-    QTest::newRow("version") << QStringList("--version") << 0 << "";
+    QCOMPARE(contentOf(picture), QByteArray("kept"));
+    QCOMPARE(pictureOf(ProgramRun::task(result, clip)), picture);
 }
 
 void ProgramTest::exitStatus()
 {
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, said);
-    arguments.replaceInStrings("$f", fixturePath("media"));
-    ProgramRun program;
-    program.run(arguments);
-    QTEST(program.status, "status");
-    QCOMPARE(program.errorOutput.count('\n'), said.isEmpty() ? 0 : 1);
-    QVERIFY2(program.errorOutput.contains(said.toUtf8()), program.errorOutput.constData());
+    const auto expect = [](const QString& arguments, int status, const QByteArray& said = {}) {
+        ProgramRun program;
+        program.run(arguments.split(' ', Qt::SkipEmptyParts));
+        QVERIFY2(program.status == status, qPrintable(arguments));
+        // What is wrong is said on standard error, in one line.
+        QCOMPARE(program.errorOutput.count('\n'), said.isEmpty() ? 0 : 1);
+        QVERIFY2(program.errorOutput.contains(said), program.errorOutput.constData());
+    };
+    const QString folder = fixturePath("media/");
+    const QString good = folder + "one-frame.mp4";
+    const QString bad = folder + "text.mp4";
+    expect(good, 0);
+    expect(good + ' ' + bad, 1);
+    expect("--forbid *.mp4; " + good, 1);
+    expect("--formats *.avi " + good, 1);
+    expect("--formats *.avi --all-files " + good, 0);
+    expect("--for convert " + bad, 0);
+    expect(folder + "encrypted.mp4", 1);
+    expect("--allow-drm " + folder + "encrypted.mp4", 0);
+    expect(good + " /no/such", 1, "/no/such");
+    expect("/dev/null", 1, "/dev/null");
+    expect("", 2, "PATH");
+    expect("--no-such " + good, 2, "no-such");
+    expect("--snap-size 0x5 " + good, 2, "0x5");
+    expect("--for fun " + good, 2, "fun");
+    expect(good + " --json", 2, "json");
+    expect("--help", 0);
+    expect("--version", 0);
 }
 
 void ProgramTest::writesOnlyWhatIsAskedFor()
@@ -168,9 +149,8 @@ void ProgramTest::writesOnlyWhatIsAskedFor()
     program.run({"--verbose", clip});
     QVERIFY(program.errorOutput.contains("thread start:"));
     program.run({"--snap-size", "64x48", "--config-dir", program.path("other"), clip});
-    const QStringList other = QDir(program.path("other")).entryList(QDir::Files);
-    QCOMPARE(other.size(), 1);
-    QCOMPARE(QImage(program.path("other/" + other.first())).size(), QSize(64, 48));
+    const QString other = filesBelow(program.path("other")).join(' ');
+    QCOMPARE(QImage(program.path("other/" + other)).size(), QSize(64, 48));
     QCOMPARE(program.run({"--json", "/no/such/folder/x.json", clip}), 2);
     QCOMPARE(program.shell("$vspimport --quiet --json /dev/stdout clip.mp4 | cat"), 0);
     QVERIFY(QJsonDocument::fromJson(program.output).isObject());
@@ -239,10 +219,8 @@ void ProgramTest::oddNames()
     QCOMPARE(program.status, 0);
     QCOMPARE(ProgramRun::taskUrls(result), files);
     QCOMPARE(program.pictures().size(), files.size());
-    for (const QString& file : files) {
-        const QJsonObject movie = ProgramRun::task(result, file).value("movieInfo").toObject();
-        QVERIFY(QFile::exists(QUrl(movie.value("imageUrl").toString()).toLocalFile()));
-    }
+    for (const QString& file : files)
+        QVERIFY(QFile::exists(pictureOf(ProgramRun::task(result, file))));
     // A name does not break the line that it is shown on.
     QCOMPARE(program.output.count('\n'), files.size() + 2);
 }
@@ -254,12 +232,9 @@ void ProgramTest::namesThatAreNoText()
     QCOMPARE(program.shell("mkdir d; cp good.mp4 d/; cp good.mp4 d/$(printf 'caf\\351.mp4');"
                            "$vspimport --json result.json d $(printf 'd/caf\\351.mp4')"),
              1);
-    QFile file(program.path("result.json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject result = QJsonDocument::fromJson(file.readAll()).object();
-    QCOMPARE(ProgramRun::taskUrls(result).size(), 1);
-    const QString named = "ErrorImportFalsed " + program.path(QStringLiteral("d/caf\ufffd.mp4"));
-    QCOMPARE(ProgramRun::errors(result), QStringList({named, named}));
+    QCOMPARE(ProgramRun::taskUrls(program.result()).size(), 1);
+    const QString named = "ErrorImportFalsed " + program.path(u8"d/caf\ufffd.mp4");
+    QCOMPARE(ProgramRun::errors(program.result()), QStringList({named, named}));
     QVERIFY(program.output.contains("caf"));
     // An import for conversion reports no errors; the person is told all the same.
     QCOMPARE(program.shell("$vspimport --for convert d"), 0);
@@ -285,40 +260,30 @@ void ProgramTest::fewDescriptorsSuffice()
     QCOMPARE(program.pictures().size(), 300);
 }
 
-void ProgramTest::interruptStopsInOrder_data()
-{
-    QTest::addColumn<bool>("asFolder");
-    QTest::newRow("a folder") << true;
-    QTest::newRow("many paths") << false;
-}
-
+/// In a large folder, and with many paths.
 void ProgramTest::interruptStopsInOrder()
 {
-    QFETCH(bool, asFolder);
     ProgramRun program;
     const int count = 3000;
     makeLibrary(program.path("library"), count);
-    QStringList arguments({"--events", "--config-dir", program.path("pictures"), "--json",
-                           program.path("result.json")});
-    if (asFolder)
-        arguments.append(program.path("library"));
-    for (int i = 0; !asFolder && i < count; ++i)
-        arguments.append(program.path(QStringLiteral("library/%1.mp4").arg(i)));
-
-    QProcess process;
-    process.start(PROGRAM, arguments);
-    QVERIFY(process.waitForReadyRead(60000));
-    ::kill(pid_t(process.processId()), SIGINT);
-    QVERIFY(process.waitForFinished(60000));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 130);
-    QVERIFY(process.readAllStandardOutput().endsWith("{\"signal\":\"finished\"}\n"));
-    QFile file(program.path("result.json"));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QJsonObject result = QJsonDocument::fromJson(file.readAll()).object();
-    QCOMPARE(result.value("stopped").toBool(), true);
-    const int imported = result.value("tasks").toArray().size();
-    QVERIFY2(imported > 0 && imported < count, qPrintable(QString::number(imported)));
+    QStringList files;
+    for (int i = 0; i < count; ++i)
+        files << program.path(QString("library/%1.mp4").arg(i));
+    for (const QStringList& paths : {files, QStringList(program.path("library"))}) {
+        QProcess process;
+        process.start(PROGRAM, QStringList({"--events", "--config-dir", program.path("pictures"),
+                                            "--json", program.path("result.json")}) +
+                                   paths);
+        QVERIFY(process.waitForReadyRead(60000));
+        ::kill(pid_t(process.processId()), SIGINT);
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 130);
+        QVERIFY(process.readAllStandardOutput().endsWith("{\"signal\":\"finished\"}\n"));
+        QCOMPARE(at(program.result(), "stopped"), QJsonValue(true));
+        const int imported = at(program.result(), "tasks").toArray().size();
+        QVERIFY2(imported > 0 && imported < count, qPrintable(QString::number(imported)));
+    }
 }
 
 /// The discs are empty, so that they cannot be imported; what counts is what was tried.
@@ -333,23 +298,22 @@ void ProgramTest::discsAreFoundFromWithin()
     const QString dvd = "ErrorImportFalsed " + program.path("dvd");
     QCOMPARE(ProgramRun::errors(result), QStringList({"ErrorImportFalsed " + program.path("bluray"),
                                                       dvd, dvd, "ErrorUnKnownSource " + stray}));
-    QCOMPARE(result.value("sources").toArray().first().toString(), ifo);
+    QCOMPARE(textAt(result, "sources/0"), ifo);
 }
 
 void ProgramTest::saysThatThePluginIsMissing()
 {
     // The program, with all but the plug-in where it looks for it.
     ProgramRun program;
-    QVERIFY(QDir().mkpath(program.path("bin")) && QDir().mkpath(program.path("lib")));
-    QVERIFY(QFile::copy(PROGRAM, program.path("bin/vspimport")));
     const QFileInfo plugin(PLUGIN);
-    for (const QFileInfo& library : plugin.dir().entryInfoList(QDir::Files)) {
-        if (library.fileName() != plugin.fileName())
-            QVERIFY(QFile::copy(library.filePath(), program.path("lib/" + library.fileName())));
-    }
+    copyFolder(plugin.path(), program.path("lib"));
+    QVERIFY(QDir().mkpath(program.path("bin")));
+    QVERIFY(QFile::copy(PROGRAM, program.path("bin/vspimport")));
+    const QString copy = program.path("lib/" + plugin.fileName());
+    QVERIFY(QFile::remove(copy));
     for (const char* content : {"", "no library"}) {
         if (*content)
-            program.file("lib/" + plugin.fileName(), content);
+            writeFile(copy, content);
         QCOMPARE(program.shell("bin/vspimport ."), 2);
         QCOMPARE(program.errorOutput.count('\n'), 1);
         QVERIFY2(program.errorOutput.contains("plug-in"), program.errorOutput.constData());
