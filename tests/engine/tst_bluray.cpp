@@ -13,11 +13,6 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
-#include <cstring>
-
-#include <sys/inotify.h>
-#include <unistd.h>
-
 using namespace AVBased;
 using authoring::Clip;
 using authoring::Disc;
@@ -86,34 +81,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-/// Whether files in a folder are read.
-class ReadWatch
-{
-public:
-    explicit ReadWatch(const QString& folder)
-        : m_events(inotify_init1(IN_NONBLOCK))
-    {
-        inotify_add_watch(m_events, qPrintable(folder), IN_ACCESS);
-    }
-    ~ReadWatch() { close(m_events); }
-
-    bool sawReading() const
-    {
-        QByteArray bytes(64 * 1024, 0);
-        const ssize_t size = read(m_events, bytes.data(), size_t(bytes.size()));
-        inotify_event event;
-        for (ssize_t at = 0; at < size; at += ssize_t(sizeof(event) + event.len)) {
-            std::memcpy(&event, bytes.constData() + at, sizeof(event));
-            if (!(event.mask & IN_ISDIR))
-                return true;
-        }
-        return false;
-    }
-
-private:
-    int m_events;
-};
-
 } // namespace
 
 class BlurayTest : public QObject
@@ -121,328 +88,305 @@ class BlurayTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void agreesWithLibbluray_data();
-    void agreesWithLibbluray();
-    void playsWhatPlaylistsSay();
-    void listsEachPlaylistOnce();
-    void describesStreamsByClipInformation();
-    void describesStreamsWithoutClipInformation();
-    void findsChannelsInTheStream();
-    void looksIntoFewStreams();
-    void durationsSurviveMilliseconds();
-    void findsTheName();
-    void tellsProtection();
-    void usesTheCopies();
-};
-
-void BlurayTest::agreesWithLibbluray_data()
-{
-    QTest::addColumn<QString>("path");
-    for (const char* path : {"bluray/disc/", "bluray/disc-250.iso", "bluray/disc-102.iso"})
-        QTest::newRow(path) << fixturePath(path);
-}
-
-void BlurayTest::agreesWithLibbluray()
-{
-    QFETCH(QString, path);
-
-    const int openFileCount = openFiles().size();
-    const LoaderPtr loader = openDisc(path);
-    QVERIFY(loader);
-    QCOMPARE(openFiles().size(), openFileCount);
-    bd_set_debug_mask(0);
-    const std::unique_ptr<BLURAY, void (*)(BLURAY*)> disc(
-        bd_open(path.toUtf8().constData(), nullptr), bd_close);
-    QVERIFY(disc);
-    QCOMPARE(loader->discInfo(0)->name, bd_get_meta(disc.get())->di_name);
-    QCOMPARE(int(loader->discInfo(0)->scrambled), 0);
-    const QString folder = QDir::cleanPath(path) + "/BDMV/STREAM/";
-    QCOMPARE(namesOf(loader->fileList()),
-             QStringList({folder + "00001.m2ts", folder + "00002.m2ts", folder + "00003.m2ts"}));
-    QVERIFY(!loader->fileMovieInfo("00001.m2ts") && !loader->titleInfo("00003.mpls"));
-    const QStringList titles = namesOf(loader->titleList());
-    QCOMPARE(bd_get_titles(disc.get(), TITLES_ALL, 0), quint32(titles.size()));
-    for (const QString& title : titles) {
-        const std::unique_ptr<BLURAY_TITLE_INFO, void (*)(BLURAY_TITLE_INFO*)> theirs(
-            bd_get_playlist_info(disc.get(), title.left(5).toUInt(), 0), bd_free_title_info);
-        const BDPlayInfo* ours = loader->titleInfo(qPrintable(title));
-        QVERIFY(theirs && ours);
-        QCOMPARE(ours->duration, double(theirs->duration) / 90000.0);
-        QCOMPARE(ours->clipCount, theirs->clip_count);
-        for (quint32 i = 0; i < ours->clipCount; ++i) {
-            QCOMPARE(QFileInfo(ours->clips->item(i)->name()).baseName(),
-                     QString(theirs->clips[i].clip_id));
-            QCOMPARE(ours->outTimes[i] - ours->inTimes[i],
-                     double(theirs->clips[i].out_time - theirs->clips[i].in_time) / 90000.0);
-        }
-        quint32 chapterCount = 0;
-        const BDPlayInfo* chapters = loader->chapters(qPrintable(title), &chapterCount);
-        QCOMPARE(chapterCount, theirs->chapter_count);
-        for (quint32 i = 0; i < chapterCount; ++i)
-            QCOMPARE(chapters[i].timeStamp, double(theirs->chapters[i].start) / 90000.0);
+    void agreesWithLibbluray_data()
+    {
+        QTest::addColumn<QString>("path");
+        for (const char* path : {"bluray/disc/", "bluray/disc-250.iso", "bluray/disc-102.iso"})
+            QTest::newRow(path) << fixturePath(path);
     }
-}
 
-/// Clip 00001 is ten seconds long, from time stamp 600 on; clip 00002 has four seconds from time
-/// stamp 100 on and then five from 50 on; of 00009 there is nothing.
-void BlurayTest::playsWhatPlaylistsSay()
-{
-    const auto item = [](const char* clip, double in, double out, int sequence = 0) {
-        return authoring::Item{clip, quint32(in * second), quint32(out * second), quint8(sequence)};
-    };
-    const auto mark = [](int index, double time, int kind = 1) {
-        return authoring::Mark{quint16(index), quint32(time * second), quint8(kind)};
-    };
-    const auto expect = [](const QList<authoring::Item>& items, const QList<authoring::Mark>& marks,
-                           const char* text) {
-        const TestDisc disc;
-        disc.addClip("00001", plainClip(600, 10));
-        Clip twoClocks = plainClip(100, 4);
-        twoClocks.sequences.append({5000, 50 * second, 55 * second});
-        disc.addClip("00002", twoClocks);
-        disc.addPlaylist("00000", items, marks);
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        QCOMPARE(titleText(loader, "00000.mpls"), QString(text));
-    };
-    const authoring::Item part = item("00001", 602, 606);
-    expect({part}, {mark(0, 602)}, "00001:2-6, 0+4 00001:2-6");
-    expect({part}, {}, "00001:2-6");
-    // Times outside of the file.
-    expect({item("00001", 590, 700)}, {mark(0, 10), mark(0, 900)},
-           "00001:0-10, 0+10 00001:0-10, 10+0 00001:0-10");
-    // Empty and reversed items.
-    expect({item("00001", 606, 602), item("00001", 604, 604), item("00001", 601, 603)},
-           {mark(0, 604), mark(2, 602)}, "00001:1-3, 0+1 00001:1-2, 1+1 00001:2-3");
-    // A clip that is missing.
-    expect({item("00009", 100, 105), part}, {mark(0, 101), mark(1, 602)},
-           "00009:0-5 00001:2-6, 1+4 00009:1-5, 5+4 00009:0-5 00001:2-6");
-    // The second clock, and clocks with wrong numbers.
-    expect({item("00002", 51, 54, 1)}, {mark(0, 52)}, "00002:5-8, 1+2 00002:6-8");
-    expect({item("00002", 101, 103, 1), item("00002", 51, 54, 9)}, {}, "00002:1-3 00002:5-8");
-    // An end mark; marks for menus, in disorder, of no item.
-    expect({part}, {mark(0, 602), mark(0, 606)}, "00001:2-6, 0+4 00001:2-6, 4+0 00001:2-6");
-    expect({part}, {mark(0, 605), mark(0, 603, 2), mark(0, 602), mark(1, 602)},
-           "00001:2-6, 0+3 00001:2-5, 3+1 00001:5-6");
-    // A chapter over three clips.
-    expect({part, item("00002", 100, 104), item("00001", 600, 609)}, {mark(0, 604), mark(2, 607)},
-           "00001:2-6 00002:0-4 00001:0-9, 2+13 00001:4-6 00002:0-4 00001:0-7, "
-           "15+2 00001:2-6 00002:0-4 00001:7-9");
-    authoring::Item twoAngles = part;
-    twoAngles.secondAngle = "00002";
-    expect({twoAngles, part}, {}, "00001:2-6 00001:2-6");
-}
+    void agreesWithLibbluray()
+    {
+        QFETCH(QString, path);
 
-void BlurayTest::listsEachPlaylistOnce()
-{
-    const TestDisc disc;
-    disc.addClip("00001", plainClip(0, 10));
-    const QList<authoring::Item> items = {{"00001", 0, 5 * second}};
-    disc.addPlaylist("00010", {{"00001", 0, second / 10}}, {});
-    disc.addPlaylist("00005", items, {{0, 0}});
-    disc.addPlaylist("00004", items, {{0, 0}, {0, second}});
-    disc.addPlaylist("00003", items, {{0, 0}});
-    disc.addPlaylist("00001", {{"00001", 5, 5}}, {{0, 0}});
-    const QByteArray whole = authoring::playlist(items, {});
-    disc.write("BDMV/PLAYLIST/00006.mpls", whole.left(whole.size() / 2));
-    QByteArray boastful = whole;
-    boastful.replace(64, 2, "\xFF\xFF"); // the number of items
-    disc.write("BDMV/PLAYLIST/00007.mpls", boastful);
-    disc.write("BDMV/PLAYLIST/readme.txt", "no playlist");
-
-    QStringList messages;
-    setLogReceiver(
-        [](const char* message, void* list) { static_cast<QStringList*>(list)->append(message); },
-        &messages);
-    const LoaderPtr loader = openDisc(disc.folder());
-    setLogReceiver(nullptr, nullptr);
-    QVERIFY(loader);
-    QCOMPARE(namesOf(loader->titleList()), QStringList({"00003.mpls", "00004.mpls", "00010.mpls"}));
-    for (const char* name : {"00001.mpls", "00006.mpls", "00007.mpls"})
-        QCOMPARE(messages.filter(name).size(), 1);
-}
-
-void BlurayTest::describesStreamsByClipInformation()
-{
-    const TestDisc disc;
-    Clip clip = plainClip(600, 90);
-    clip.streams = {{0x1011, 0x1B, 0x61, {}},    {0x1015, 0xEA, 0x14, {}, 2},
-                    {0x1100, 0x86, 0x61, "deu"}, {0x1101, 0x80, 0x34, "jpn"},
-                    {0x1200, 0x90, 0, "fra"},    {0x1400, 0x91, 0, "eng"},
-                    {0x1A00, 0x77, 0, {}}};
-    disc.addNumberedClip(1, clip, "not looked at");
-    const LoaderPtr loader = openDisc(disc.folder());
-    QVERIFY(loader);
-    const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
-    QVERIFY(movie);
-    QStringList streams;
-    for (quint32 i = 0; i < movie->streamCount; ++i) {
-        const AVStreamInfo& s = movie->streams[i];
-        streams << QString("%1 %2 %3 %4 %5x%6 %7/%8 %9:%10 ")
-                           .arg(s.kind)
-                           .arg(s.id, 0, 16)
-                           .arg(s.codecName, s.language)
-                           .arg(s.width)
-                           .arg(s.height)
-                           .arg(s.frameRate >> 32)
-                           .arg(s.frameRate & 0xFFFFFFFF)
-                           .arg(s.aspectRatio >> 16)
-                           .arg(s.aspectRatio & 0xFFFF) +
-                       QString("%1 Hz, %2, %3 s").arg(s.sampleRate).arg(s.channels).arg(s.duration);
-    }
-    QCOMPARE(streams, QStringList({"1 1011 h264  1920x1080 24000/1001 16:9 0 Hz, 0, 90 s",
-                                   "1 1015 vc1  720x480 30000/1001 4:3 0 Hz, 0, 90 s",
-                                   "2 1100 dts deu 0x0 0/0 0:0 48000 Hz, 0, 90 s",
-                                   "2 1101 pcm_bluray jpn 0x0 0/0 0:0 96000 Hz, 2, 90 s",
-                                   "3 1200 hdmv_pgs_subtitle fra 0x0 0/0 0:0 0 Hz, 0, 90 s",
-                                   "0 1400  eng 0x0 0/0 0:0 0 Hz, 0, 90 s",
-                                   "0 1a00   0x0 0/0 0:0 0 Hz, 0, 90 s"}));
-    QCOMPARE(movie->format, "mpegts");
-    QCOMPARE(movie->id, 0);
-}
-
-void BlurayTest::describesStreamsWithoutClipInformation()
-{
-    const TestDisc disc;
-    const quint32 start =
-        disc.addStream("00001", fixturePath("bluray_streams/closed.m2ts")).sequences[0].start;
-    disc.addPlaylist("00000", {{"00001", start + 5 * second, start + 20 * second}}, {});
-    disc.write("BDMV/CLIPINF/00001.clpi", "HDMV0200 and no more");
-    const LoaderPtr loader = openDisc(disc.folder());
-    QVERIFY(loader);
-    const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
-    QCOMPARE(movie->streamCount, 2u);
-    QCOMPARE(movie->streams[0].id, 0x1011);
-    QCOMPARE(movie->streams[0].codecName, "h264");
-    QCOMPARE(movie->streams[1].id, 0x1100);
-    QVERIFY(qAbs(movie->streams[0].duration - 20.0) < 0.1);
-    const BDPlayInfo* title = loader->titleInfo("00000.mpls");
-    QCOMPARE(title->inTimes[0], 5.0);
-    QVERIFY(qAbs(title->outTimes[0] - 20.0) < 0.1);
-}
-
-/// Clip information has one code for all sound of more than two channels.
-void BlurayTest::findsChannelsInTheStream()
-{
-    const auto expectChannels = [](int channels, const QByteArray& stream, bool asImage = false) {
-        const TestDisc disc;
-        Clip clip = plainClip(10, 2);
-        clip.streams = {{0x1011, 0x1B, 0x53, {}},
-                        {0x1100, 0x81, 0x61, "eng"},
-                        {0x1101, 0x83, 0x61, "deu"},
-                        {0x1102, 0x81, 0x31, "fra"}};
-        disc.addNumberedClip(1, clip, stream);
-        const QString path = asImage ? disc.image() : disc.folder();
+        const int openFileCount = openFiles().size();
         const LoaderPtr loader = openDisc(path);
         QVERIFY(loader);
-        const AVMovieInfo* movie = streamFile(loader, path + "/BDMV/STREAM/00001.m2ts");
-        QCOMPARE(movie->streamCount, 4u);
-        for (const int i : {1, 2}) {
-            QCOMPARE(movie->streams[i].channels, channels);
-            QCOMPARE(movie->streams[i].channelLayout, quint64(channels ? 0x60F : 0));
-            QCOMPARE(movie->streams[i].sampleRate, 48000);
+        QCOMPARE(openFiles().size(), openFileCount);
+        bd_set_debug_mask(0);
+        const std::unique_ptr<BLURAY, void (*)(BLURAY*)> disc(
+            bd_open(path.toUtf8().constData(), nullptr), bd_close);
+        QVERIFY(disc);
+        QCOMPARE(loader->discInfo(0)->name, bd_get_meta(disc.get())->di_name);
+        QCOMPARE(int(loader->discInfo(0)->scrambled), 0);
+        const QString folder = QDir::cleanPath(path) + "/BDMV/STREAM/";
+        QCOMPARE(
+            namesOf(loader->fileList()),
+            QStringList({folder + "00001.m2ts", folder + "00002.m2ts", folder + "00003.m2ts"}));
+        QVERIFY(!loader->fileMovieInfo("00001.m2ts") && !loader->titleInfo("00003.mpls"));
+        const QStringList titles = namesOf(loader->titleList());
+        QCOMPARE(bd_get_titles(disc.get(), TITLES_ALL, 0), quint32(titles.size()));
+        for (const QString& title : titles) {
+            const std::unique_ptr<BLURAY_TITLE_INFO, void (*)(BLURAY_TITLE_INFO*)> theirs(
+                bd_get_playlist_info(disc.get(), title.left(5).toUInt(), 0), bd_free_title_info);
+            const BDPlayInfo* ours = loader->titleInfo(qPrintable(title));
+            QVERIFY(theirs && ours);
+            QCOMPARE(ours->duration, double(theirs->duration) / 90000.0);
+            QCOMPARE(ours->clipCount, theirs->clip_count);
+            for (quint32 i = 0; i < ours->clipCount; ++i) {
+                QCOMPARE(QFileInfo(ours->clips->item(i)->name()).baseName(),
+                         QString(theirs->clips[i].clip_id));
+                QCOMPARE(ours->outTimes[i] - ours->inTimes[i],
+                         double(theirs->clips[i].out_time - theirs->clips[i].in_time) / 90000.0);
+            }
+            quint32 chapterCount = 0;
+            const BDPlayInfo* chapters = loader->chapters(qPrintable(title), &chapterCount);
+            QCOMPARE(chapterCount, theirs->chapter_count);
+            for (quint32 i = 0; i < chapterCount; ++i)
+                QCOMPARE(chapters[i].timeStamp, double(theirs->chapters[i].start) / 90000.0);
         }
-        QCOMPARE(movie->streams[1].language, "eng");
-        QCOMPARE(movie->streams[3].channels, 2);
-    };
-    const QByteArray whole = contentOf(fixturePath("bluray_streams/surround.m2ts"));
-    expectChannels(6, whole);
-    expectChannels(6, whole, true);
-    expectChannels(0, QByteArray(whole).replace(16, 6128, randomBytes(6128))); // encrypted
-    expectChannels(0, whole.left(4));
-}
-
-/// Only where it has to, and in the largest files.
-void BlurayTest::looksIntoFewStreams()
-{
-    const TestDisc disc;
-    const QByteArray stream = contentOf(fixturePath("bluray_streams/surround.m2ts"));
-    Clip clip = plainClip(10, 2);
-    for (int i = 0; i < 40; ++i)
-        disc.addNumberedClip(i, clip, stream + stream.left(i * 192));
-    const ReadWatch watch(disc.path("BDMV/STREAM"));
-    QVERIFY(openDisc(disc.folder()));
-    QVERIFY(!watch.sawReading());
-
-    clip.streams[1].formatAndRate = 0x61;
-    for (int i = 0; i < 40; ++i)
-        disc.addClip(QString("%1").arg(i, 5, 10, QChar('0')), clip);
-    const LoaderPtr loader = openDisc(disc.folder());
-    QVERIFY(loader && watch.sawReading());
-    QByteArray channels;
-    for (const QString& file : namesOf(loader->fileList()))
-        channels += QByteArray::number(streamFile(loader, file)->streams[1].channels);
-    QCOMPARE(channels, QByteArray(10, '0') + QByteArray(30, '6'));
-}
-
-/// A host multiplies by a thousand and cuts off, and adds up durations: none may lose a
-/// millisecond.
-void BlurayTest::durationsSurviveMilliseconds()
-{
-    const TestDisc disc;
-    for (int i = 0; i < 400; ++i) {
-        Clip clip = plainClip(0, 0);
-        clip.sequences[0].end = quint32(1 + i * 7919);
-        disc.addNumberedClip(i, clip, {});
     }
-    const LoaderPtr loader = openDisc(disc.folder());
-    QVERIFY(loader);
-    const QStringList files = namesOf(loader->fileList());
-    QCOMPARE(files.size(), 400);
-    for (int i = 0; i < files.size(); ++i) {
-        const double duration = streamFile(loader, files.at(i))->streams[0].duration;
-        QCOMPARE(int(duration * 1000.0), (1 + i * 7919 + 44) / 45);
-    }
-}
 
-void BlurayTest::findsTheName()
-{
-    const auto name = [](bool asImage, const QByteArray& metadata,
-                         const QString& language = "eng") {
+    /// Clip 00001 is ten seconds long, from time stamp 600 on; clip 00002 has four seconds from
+    /// time stamp 100 on and then five from 50 on; of 00009 there is nothing.
+    void playsWhatPlaylistsSay()
+    {
+        const auto item = [](const char* clip, double in, double out, int sequence = 0) {
+            return authoring::Item{clip, quint32(in * second), quint32(out * second),
+                                   quint8(sequence)};
+        };
+        const auto mark = [](int index, double time, int kind = 1) {
+            return authoring::Mark{quint16(index), quint32(time * second), quint8(kind)};
+        };
+        const auto expect = [](const QList<authoring::Item>& items,
+                               const QList<authoring::Mark>& marks, const char* text) {
+            const TestDisc disc;
+            disc.addClip("00001", plainClip(600, 10));
+            Clip twoClocks = plainClip(100, 4);
+            twoClocks.sequences.append({5000, 50 * second, 55 * second});
+            disc.addClip("00002", twoClocks);
+            disc.addPlaylist("00000", items, marks);
+            const LoaderPtr loader = openDisc(disc.folder());
+            QVERIFY(loader);
+            QCOMPARE(titleText(loader, "00000.mpls"), QString(text));
+        };
+        const authoring::Item part = item("00001", 602, 606);
+        expect({part}, {mark(0, 602)}, "00001:2-6, 0+4 00001:2-6");
+        expect({part}, {}, "00001:2-6");
+        // Times outside of the file.
+        expect({item("00001", 590, 700)}, {mark(0, 10), mark(0, 900)},
+               "00001:0-10, 0+10 00001:0-10, 10+0 00001:0-10");
+        // Empty and reversed items.
+        expect({item("00001", 606, 602), item("00001", 604, 604), item("00001", 601, 603)},
+               {mark(0, 604), mark(2, 602)}, "00001:1-3, 0+1 00001:1-2, 1+1 00001:2-3");
+        // A clip that is missing.
+        expect({item("00009", 100, 105), part}, {mark(0, 101), mark(1, 602)},
+               "00009:0-5 00001:2-6, 1+4 00009:1-5, 5+4 00009:0-5 00001:2-6");
+        // The second clock, and clocks with wrong numbers.
+        expect({item("00002", 51, 54, 1)}, {mark(0, 52)}, "00002:5-8, 1+2 00002:6-8");
+        expect({item("00002", 101, 103, 1), item("00002", 51, 54, 9)}, {}, "00002:1-3 00002:5-8");
+        // An end mark; marks for menus, in disorder, of no item.
+        expect({part}, {mark(0, 602), mark(0, 606)}, "00001:2-6, 0+4 00001:2-6, 4+0 00001:2-6");
+        expect({part}, {mark(0, 605), mark(0, 603, 2), mark(0, 602), mark(1, 602)},
+               "00001:2-6, 0+3 00001:2-5, 3+1 00001:5-6");
+        // A chapter over three clips.
+        expect({part, item("00002", 100, 104), item("00001", 600, 609)},
+               {mark(0, 604), mark(2, 607)},
+               "00001:2-6 00002:0-4 00001:0-9, 2+13 00001:4-6 00002:0-4 00001:0-7, "
+               "15+2 00001:2-6 00002:0-4 00001:7-9");
+        authoring::Item twoAngles = part;
+        twoAngles.secondAngle = "00002";
+        expect({twoAngles, part}, {}, "00001:2-6 00001:2-6");
+    }
+
+    void listsEachPlaylistOnce()
+    {
+        const TestDisc disc;
+        disc.addClip("00001", plainClip(0, 10));
+        const QList<authoring::Item> items = {{"00001", 0, 5 * second}};
+        disc.addPlaylist("00010", {{"00001", 0, second / 10}}, {});
+        disc.addPlaylist("00005", items, {{0, 0}});
+        disc.addPlaylist("00004", items, {{0, 0}, {0, second}});
+        disc.addPlaylist("00003", items, {{0, 0}});
+        disc.addPlaylist("00001", {{"00001", 5, 5}}, {{0, 0}});
+        const QByteArray whole = authoring::playlist(items, {});
+        disc.write("BDMV/PLAYLIST/00006.mpls", whole.left(whole.size() / 2));
+        QByteArray boastful = whole;
+        boastful.replace(64, 2, "\xFF\xFF"); // the number of items
+        disc.write("BDMV/PLAYLIST/00007.mpls", boastful);
+        disc.write("BDMV/PLAYLIST/readme.txt", "no playlist");
+
+        QStringList messages;
+        setLogReceiver([](const char* message,
+                          void* list) { static_cast<QStringList*>(list)->append(message); },
+                       &messages);
+        const LoaderPtr loader = openDisc(disc.folder());
+        setLogReceiver(nullptr, nullptr);
+        QVERIFY(loader);
+        QCOMPARE(namesOf(loader->titleList()),
+                 QStringList({"00003.mpls", "00004.mpls", "00010.mpls"}));
+        for (const char* name : {"00001.mpls", "00006.mpls", "00007.mpls"})
+            QCOMPARE(messages.filter(name).size(), 1);
+    }
+
+    void describesStreamsByClipInformation()
+    {
+        const TestDisc disc;
+        Clip clip = plainClip(600, 90);
+        clip.streams = {{0x1011, 0x1B, 0x61, {}},    {0x1015, 0xEA, 0x14, {}, 2},
+                        {0x1100, 0x86, 0x61, "deu"}, {0x1101, 0x80, 0x34, "jpn"},
+                        {0x1200, 0x90, 0, "fra"},    {0x1400, 0x91, 0, "eng"},
+                        {0x1A00, 0x77, 0, {}}};
+        disc.addNumberedClip(1, clip, "not looked at");
+        const LoaderPtr loader = openDisc(disc.folder());
+        QVERIFY(loader);
+        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        QVERIFY(movie);
+        QStringList streams;
+        for (quint32 i = 0; i < movie->streamCount; ++i) {
+            streams << QString::number(movie->streams[i].id, 16) + ": " + textOf(movie->streams[i]);
+            QCOMPARE(movie->streams[i].duration, 90.0);
+        }
+        QCOMPARE(streams, QStringList({"1011: 1 h264   1920x1080 24000/1001 16:9 H264",
+                                       "1015: 1 vc1   720x480 30000/1001 4:3 WVC1",
+                                       "1100: 2 dts deu  48000Hz 0ch 0",
+                                       "1101: 2 pcm_bluray jpn  96000Hz 2ch 3",
+                                       "1200: 3 hdmv_pgs_subtitle fra  0Hz 0ch 0",
+                                       "1400: 0  eng  0Hz 0ch 0", "1a00: 0    0Hz 0ch 0"}));
+        QCOMPARE(movie->format, "mpegts");
+        QCOMPARE(movie->id, 0);
+    }
+
+    void describesStreamsWithoutClipInformation()
+    {
+        const TestDisc disc;
+        const quint32 start =
+            disc.addStream("00001", fixturePath("bluray_streams/closed.m2ts")).sequences[0].start;
+        disc.addPlaylist("00000", {{"00001", start + 5 * second, start + 20 * second}}, {});
+        disc.write("BDMV/CLIPINF/00001.clpi", "HDMV0200 and no more");
+        const LoaderPtr loader = openDisc(disc.folder());
+        QVERIFY(loader);
+        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        QCOMPARE(movie->streamCount, 2u);
+        QCOMPARE(movie->streams[0].id, 0x1011);
+        QCOMPARE(movie->streams[0].codecName, "h264");
+        QCOMPARE(movie->streams[1].id, 0x1100);
+        QVERIFY(qAbs(movie->streams[0].duration - 20.0) < 0.1);
+        const BDPlayInfo* title = loader->titleInfo("00000.mpls");
+        QCOMPARE(title->inTimes[0], 5.0);
+        QVERIFY(qAbs(title->outTimes[0] - 20.0) < 0.1);
+    }
+
+    /// Clip information has one code for all sound of more than two channels.
+    void findsChannelsInTheStream()
+    {
+        const auto expectChannels = [](int channels, const QByteArray& stream,
+                                       bool asImage = false) {
+            const TestDisc disc;
+            Clip clip = plainClip(10, 2);
+            clip.streams = {{0x1011, 0x1B, 0x53, {}},
+                            {0x1100, 0x81, 0x61, "eng"},
+                            {0x1101, 0x83, 0x61, "deu"},
+                            {0x1102, 0x81, 0x31, "fra"}};
+            disc.addNumberedClip(1, clip, stream);
+            const QString path = asImage ? disc.image() : disc.folder();
+            const LoaderPtr loader = openDisc(path);
+            QVERIFY(loader);
+            const AVMovieInfo* movie = streamFile(loader, path + "/BDMV/STREAM/00001.m2ts");
+            QCOMPARE(movie->streamCount, 4u);
+            for (const int i : {1, 2}) {
+                QCOMPARE(movie->streams[i].channels, channels);
+                QCOMPARE(movie->streams[i].channelLayout, quint64(channels ? 0x60F : 0));
+                QCOMPARE(movie->streams[i].sampleRate, 48000);
+            }
+            QCOMPARE(movie->streams[1].language, "eng");
+            QCOMPARE(movie->streams[3].channels, 2);
+        };
+        const QByteArray whole = contentOf(fixturePath("bluray_streams/surround.m2ts"));
+        expectChannels(6, whole);
+        expectChannels(6, whole, true);
+        expectChannels(0, QByteArray(whole).replace(16, 6128, randomBytes(6128))); // encrypted
+        expectChannels(0, whole.left(4));
+    }
+
+    /// Only in the largest.
+    void looksIntoFewStreams()
+    {
+        const TestDisc disc;
+        const QByteArray stream = contentOf(fixturePath("bluray_streams/surround.m2ts"));
+        Clip clip = plainClip(10, 2);
+        clip.streams[1].formatAndRate = 0x61;
+        for (int i = 0; i < 40; ++i)
+            disc.addNumberedClip(i, clip, stream + stream.left(i * 192));
+        const LoaderPtr loader = openDisc(disc.folder());
+        QVERIFY(loader);
+        QByteArray channels;
+        for (const QString& file : namesOf(loader->fileList()))
+            channels += QByteArray::number(streamFile(loader, file)->streams[1].channels);
+        QCOMPARE(channels, QByteArray(10, '0') + QByteArray(30, '6'));
+    }
+
+    /// A host multiplies by a thousand and cuts off, and adds up durations: none may lose a
+    /// millisecond.
+    void durationsSurviveMilliseconds()
+    {
+        const TestDisc disc;
+        for (int i = 0; i < 400; ++i) {
+            Clip clip = plainClip(0, 0);
+            clip.sequences[0].end = quint32(1 + i * 7919);
+            disc.addNumberedClip(i, clip, {});
+        }
+        const LoaderPtr loader = openDisc(disc.folder());
+        QVERIFY(loader);
+        const QStringList files = namesOf(loader->fileList());
+        QCOMPARE(files.size(), 400);
+        for (int i = 0; i < files.size(); ++i) {
+            const double duration = streamFile(loader, files.at(i))->streams[0].duration;
+            QCOMPARE(int(duration * 1000.0), (1 + i * 7919 + 44) / 45);
+        }
+    }
+
+    void findsTheName()
+    {
+        const auto name = [](bool asImage, const QByteArray& metadata,
+                             const QString& language = "eng") {
+            const TestDisc disc;
+            disc.addClip("00001", plainClip(0, 10));
+            disc.addPlaylist("00001", {{"00001", 0, second}}, {});
+            if (!metadata.isEmpty())
+                disc.setName(metadata, language);
+            const LoaderPtr loader = openDisc(asImage ? disc.image() : disc.folder());
+            return QByteArray(loader ? loader->discInfo(0)->name : "no disc");
+        };
+        QCOMPARE(name(true, "A &lt;Film&gt; &#233;"), QByteArray("A <Film> \xE9"));
+        QCOMPARE(name(false, "A <![CDATA[& B]]><!-- C -->"), QByteArray("A & B"));
+        QCOMPARE(name(false, "Москва", "rus"), QByteArray("Moskva"));
+        QCOMPARE(name(true, " "), QByteArray("VOLUME"));
+        QCOMPARE(name(true, {}), QByteArray("VOLUME"));
+        QCOMPARE(name(false, {}), QByteArray("a.disc"));
+    }
+
+    void tellsProtection()
+    {
         const TestDisc disc;
         disc.addClip("00001", plainClip(0, 10));
         disc.addPlaylist("00001", {{"00001", 0, second}}, {});
-        if (!metadata.isEmpty())
-            disc.setName(metadata, language);
-        const LoaderPtr loader = openDisc(asImage ? disc.image() : disc.folder());
-        return QByteArray(loader ? loader->discInfo(0)->name : "no disc");
-    };
-    QCOMPARE(name(true, "A &lt;Film&gt; &#233;"), QByteArray("A <Film> \xE9"));
-    QCOMPARE(name(false, "A <![CDATA[& B]]><!-- C -->"), QByteArray("A & B"));
-    QCOMPARE(name(false, "Москва", "rus"), QByteArray("Moskva"));
-    QCOMPARE(name(true, " "), QByteArray("VOLUME"));
-    QCOMPARE(name(true, {}), QByteArray("VOLUME"));
-    QCOMPARE(name(false, {}), QByteArray("a.disc"));
-}
+        for (const QString file : {"AACS/Unit_Key_RO.inf", "BDSVM/00000.svm"}) {
+            disc.write(file, "key");
+            const LoaderPtr loader = openDisc(disc.folder());
+            QVERIFY(loader);
+            QCOMPARE(int(loader->discInfo(0)->scrambled), 1);
+            QCOMPARE(namesOf(loader->titleList()).size(), 1);
+            QVERIFY(QFile::remove(disc.path(file)));
+        }
+    }
 
-void BlurayTest::tellsProtection()
-{
-    const TestDisc disc;
-    disc.addClip("00001", plainClip(0, 10));
-    disc.addPlaylist("00001", {{"00001", 0, second}}, {});
-    for (const QString file : {"AACS/Unit_Key_RO.inf", "BDSVM/00000.svm"}) {
-        disc.write(file, "key");
+    void usesTheCopies()
+    {
+        const TestDisc disc;
+        const QByteArray playlist =
+            authoring::playlist({{"00001", 600 * second, 605 * second}}, {});
+        disc.write("BDMV/BACKUP/PLAYLIST/00001.mpls", playlist);
+        disc.write("BDMV/BACKUP/CLIPINF/00001.clpi",
+                   authoring::clipInformation(plainClip(600, 10)));
+        disc.write("BDMV/CLIPINF/00001.clpi", QByteArray(1000, '\xFF'));
         const LoaderPtr loader = openDisc(disc.folder());
         QVERIFY(loader);
-        QCOMPARE(int(loader->discInfo(0)->scrambled), 1);
-        QCOMPARE(namesOf(loader->titleList()).size(), 1);
-        QVERIFY(QFile::remove(disc.path(file)));
+        QCOMPARE(titleText(loader, "00001.mpls"), QString("00001:0-5"));
+        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        QCOMPARE(movie->streams[0].duration, 10.0);
     }
-}
-
-void BlurayTest::usesTheCopies()
-{
-    const TestDisc disc;
-    const QByteArray playlist = authoring::playlist({{"00001", 600 * second, 605 * second}}, {});
-    disc.write("BDMV/BACKUP/PLAYLIST/00001.mpls", playlist);
-    disc.write("BDMV/BACKUP/CLIPINF/00001.clpi", authoring::clipInformation(plainClip(600, 10)));
-    disc.write("BDMV/CLIPINF/00001.clpi", QByteArray(1000, '\xFF'));
-    const LoaderPtr loader = openDisc(disc.folder());
-    QVERIFY(loader);
-    QCOMPARE(titleText(loader, "00001.mpls"), QString("00001:0-5"));
-    const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
-    QCOMPARE(movie->streams[0].duration, 10.0);
-}
+};
 
 QTEST_GUILESS_MAIN(BlurayTest)
 #include "tst_bluray.moc"

@@ -97,135 +97,132 @@ class BlurayDamageTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void refusesWhatIsNoDisc();
-    void survivesDamage_data();
-    void survivesDamage();
-    void survivesDamagedImages();
-    void boundsChapters();
-};
+    void refusesWhatIsNoDisc()
+    {
+        const QTemporaryDir folder;
+        const auto write = [&folder](const QString& file, const QByteArray& bytes) {
+            return writeFile(folder.filePath(file), bytes);
+        };
+        QDir(folder.path()).mkpath("bare/BDMV/STREAM");
+        write("file-for-folder/BDMV", "a file");
+        write("dvd/VIDEO_TS/VIDEO_TS.IFO", "DVDVIDEO-VMG");
+        writeUdfImage(folder.filePath("dvd"), folder.filePath("dvd.iso"), "DVD");
+        QCOMPARE(mkfifo(qPrintable(folder.filePath("pipe.iso")), 0600), 0);
 
-void BlurayDamageTest::refusesWhatIsNoDisc()
-{
-    const QTemporaryDir folder;
-    const auto write = [&folder](const QString& file, const QByteArray& bytes) {
-        return writeFile(folder.filePath(file), bytes);
-    };
-    QDir(folder.path()).mkpath("bare/BDMV/STREAM");
-    write("file-for-folder/BDMV", "a file");
-    write("dvd/VIDEO_TS/VIDEO_TS.IFO", "DVDVIDEO-VMG");
-    writeUdfImage(folder.filePath("dvd"), folder.filePath("dvd.iso"), "DVD");
-    QCOMPARE(mkfifo(qPrintable(folder.filePath("pipe.iso")), 0600), 0);
-
-    StandardError errors;
-    for (const char* name : {"missing", "dvd", "file-for-folder", "bare", "dvd.iso", "pipe.iso"})
-        QVERIFY2(!openDisc(folder.filePath(name)), name);
-    for (const QByteArray& image : {QByteArray("no image at all"), QByteArray(1000000, '\0'),
-                                    contentOf(fixturePath("bluray/disc-250.iso")).left(300000)})
-        QVERIFY(!openDisc(write("no-image.iso", image)));
-    QCOMPARE(errors.text(), QByteArray());
-}
-
-void BlurayDamageTest::survivesDamage_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<bool>("asImage");
-
-    QTest::newRow("playlists") << "BDMV/PLAYLIST" << false;
-    QTest::newRow("clip information") << "BDMV/CLIPINF" << false;
-    QTest::newRow("anything") << "" << false;
-    QTest::newRow("anything in an image") << "" << true;
-}
-
-void BlurayDamageTest::survivesDamage()
-{
-    QFETCH(QString, folder);
-    QFETCH(bool, asImage);
-
-    const QTemporaryDir temporary;
-    const Disc disc(temporary.filePath("disc"));
-    Clip clip = plainClip(600, 100);
-    for (quint32 i = 0; i < 200; ++i)
-        clip.entryPoints.append({(600 * second + i * second / 2) * 2, i * 9000});
-    clip.sequences.append({2000000, 0, 50 * second});
-    for (const QString name : {"00001", "00002", "00003"})
-        disc.addClip(name, clip);
-    disc.addPlaylist("00001", {{"00001", 600 * second, 690 * second}, {"00002", 0, 9 * second, 1}},
-                     {{0, 601 * second}, {1, 5 * second}});
-    disc.addPlaylist("00002", {{"00003", 610 * second, 620 * second, 0, "00001"}}, {{0, 0}});
-    disc.setName("Name &amp; more");
-    const QString image = temporary.filePath("disc.iso");
-
-    std::mt19937 random(1);
-    const QStringList files = filesBelow(disc.root()).filter(folder);
-    StandardError errors;
-    for (int round = 0; round < roundCount(asImage ? 100 : 300); ++round) {
-        const QString victim = files.at(int(random() % unsigned(files.size())));
-        const QByteArray whole = contentOf(disc.path(victim));
-        disc.write(victim, damaged(whole, random));
-        if (asImage)
-            writeUdfImage(disc.root(), image, "DAMAGED");
-        const LoaderPtr loader = openDisc(asImage ? image : disc.root());
-        if (!loader || !isSane(loader))
-            QFAIL(qPrintable(QString("round %1: %2").arg(round).arg(victim)));
-        disc.write(victim, whole);
-    }
-    QCOMPARE(errors.text(), QByteArray());
-}
-
-/// The file system itself, rather than the files in it.
-void BlurayDamageTest::survivesDamagedImages()
-{
-    const QTemporaryDir folder;
-    for (const char* image : {"bluray/disc-102.iso", "bluray/disc-250.iso"}) {
-        const QByteArray whole = contentOf(fixturePath(image));
-        const int structures = 420 * 2048; // up to the contents of the files
-        std::mt19937 random(2);
         StandardError errors;
-        int opened = 0;
-        for (int round = 0; round < roundCount(200); ++round) {
-            QByteArray bytes = whole;
-            for (int i = 0; i < 1 + int(random() % 20); ++i) {
-                int at = int(random() % structures);
-                while (bytes.at(at) == 0 && at < structures) // where there is something to damage
-                    ++at;
-                bytes[at] = char(random());
-            }
-            if (round % 5 == 0)
-                bytes = whole.left(int(random() % unsigned(whole.size())));
-            const LoaderPtr loader = openDisc(writeFile(folder.filePath("disc.iso"), bytes));
-            QVERIFY2(!loader || isSane(loader), image);
-            opened += loader ? 1 : 0;
-        }
-        QVERIFY(opened > 20);
+        for (const char* name :
+             {"missing", "dvd", "file-for-folder", "bare", "dvd.iso", "pipe.iso"})
+            QVERIFY2(!openDisc(folder.filePath(name)), name);
+        for (const QByteArray& image : {QByteArray("no image at all"), QByteArray(1000000, '\0'),
+                                        contentOf(fixturePath("bluray/disc-250.iso")).left(300000)})
+            QVERIFY(!openDisc(write("no-image.iso", image)));
         QCOMPARE(errors.text(), QByteArray());
     }
-}
 
-/// Each of n chapters that begin in the middle of a clip has n/2 clips on average.
-void BlurayDamageTest::boundsChapters()
-{
-    const QTemporaryDir folder;
-    const Disc disc(folder.path());
-    disc.addClip("00001", plainClip(0, 10000));
-    QList<authoring::Item> items;
-    QList<authoring::Mark> marks;
-    for (quint32 i = 0; i < 5000; ++i) {
-        items.append({"00001", i * second, (i + 2) * second});
-        marks.append({quint16(i), (i + 1) * second});
+    void survivesDamage_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<bool>("asImage");
+
+        QTest::newRow("playlists") << "BDMV/PLAYLIST" << false;
+        QTest::newRow("clip information") << "BDMV/CLIPINF" << false;
+        QTest::newRow("anything") << "" << false;
+        QTest::newRow("anything in an image") << "" << true;
     }
-    disc.addPlaylist("00001", items, marks);
-    const LoaderPtr loader = openDisc(folder.path());
-    QVERIFY(loader);
-    quint32 count = 0;
-    const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
-    QCOMPARE(count, 5000u);
-    QCOMPARE(chapters[1000].clipCount, 1002u);
-    quint64 clips = 0;
-    for (quint32 i = 0; i < count; ++i)
-        clips += chapters[i].clipCount;
-    QVERIFY(clips <= 4000000);
-    QCOMPARE(chapters[4999].timeStamp, 9999.0);
-}
+
+    void survivesDamage()
+    {
+        QFETCH(QString, folder);
+        QFETCH(bool, asImage);
+
+        const QTemporaryDir temporary;
+        const Disc disc(temporary.filePath("disc"));
+        Clip clip = plainClip(600, 100);
+        for (quint32 i = 0; i < 200; ++i)
+            clip.entryPoints.append({(600 * second + i * second / 2) * 2, i * 9000});
+        clip.sequences.append({2000000, 0, 50 * second});
+        for (const QString name : {"00001", "00002", "00003"})
+            disc.addClip(name, clip);
+        disc.addPlaylist("00001",
+                         {{"00001", 600 * second, 690 * second}, {"00002", 0, 9 * second, 1}},
+                         {{0, 601 * second}, {1, 5 * second}});
+        disc.addPlaylist("00002", {{"00003", 610 * second, 620 * second, 0, "00001"}}, {{0, 0}});
+        disc.setName("Name &amp; more");
+        const QString image = temporary.filePath("disc.iso");
+
+        std::mt19937 random(1);
+        const QStringList files = filesBelow(disc.root()).filter(folder);
+        StandardError errors;
+        for (int round = 0; round < roundCount(asImage ? 100 : 300); ++round) {
+            const QString victim = files.at(int(random() % unsigned(files.size())));
+            const QByteArray whole = contentOf(disc.path(victim));
+            disc.write(victim, damaged(whole, random));
+            if (asImage)
+                writeUdfImage(disc.root(), image, "DAMAGED");
+            const LoaderPtr loader = openDisc(asImage ? image : disc.root());
+            if (!loader || !isSane(loader))
+                QFAIL(qPrintable(QString("round %1: %2").arg(round).arg(victim)));
+            disc.write(victim, whole);
+        }
+        QCOMPARE(errors.text(), QByteArray());
+    }
+
+    /// The file system itself, rather than the files in it.
+    void survivesDamagedImages()
+    {
+        const QTemporaryDir folder;
+        for (const char* image : {"bluray/disc-102.iso", "bluray/disc-250.iso"}) {
+            const QByteArray whole = contentOf(fixturePath(image));
+            const int structures = 420 * 2048; // up to the contents of the files
+            std::mt19937 random(2);
+            StandardError errors;
+            int opened = 0;
+            for (int round = 0; round < roundCount(200); ++round) {
+                QByteArray bytes = whole;
+                for (int i = 0; i < 1 + int(random() % 20); ++i) {
+                    int at = int(random() % structures);
+                    while (bytes.at(at) == 0 &&
+                           at < structures) // where there is something to damage
+                        ++at;
+                    bytes[at] = char(random());
+                }
+                if (round % 5 == 0)
+                    bytes = whole.left(int(random() % unsigned(whole.size())));
+                const LoaderPtr loader = openDisc(writeFile(folder.filePath("disc.iso"), bytes));
+                QVERIFY2(!loader || isSane(loader), image);
+                opened += loader ? 1 : 0;
+            }
+            QVERIFY(opened > 20);
+            QCOMPARE(errors.text(), QByteArray());
+        }
+    }
+
+    /// Each of n chapters that begin in the middle of a clip has n/2 clips on average.
+    void boundsChapters()
+    {
+        const QTemporaryDir folder;
+        const Disc disc(folder.path());
+        disc.addClip("00001", plainClip(0, 10000));
+        QList<authoring::Item> items;
+        QList<authoring::Mark> marks;
+        for (quint32 i = 0; i < 5000; ++i) {
+            items.append({"00001", i * second, (i + 2) * second});
+            marks.append({quint16(i), (i + 1) * second});
+        }
+        disc.addPlaylist("00001", items, marks);
+        const LoaderPtr loader = openDisc(folder.path());
+        QVERIFY(loader);
+        quint32 count = 0;
+        const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
+        QCOMPARE(count, 5000u);
+        QCOMPARE(chapters[1000].clipCount, 1002u);
+        quint64 clips = 0;
+        for (quint32 i = 0; i < count; ++i)
+            clips += chapters[i].clipCount;
+        QVERIFY(clips <= 4000000);
+        QCOMPARE(chapters[4999].timeStamp, 9999.0);
+    }
+};
 
 QTEST_GUILESS_MAIN(BlurayDamageTest)
 #include "tst_bluraydamage.moc"

@@ -64,60 +64,55 @@ class PictureTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void framesAreFittedIn();
-    void transparentPixelsAreBlack();
-    void highDynamicRangeIsBroughtDown();
-    void onlySizesThatPicturesHave();
+    void framesAreFittedIn()
+    {
+        const QSize wide(320, 180);
+        const QRect all(0, 0, 320, 180);
+        const QRect upright(109, 0, 101, 180);
+        expectFitted("upright.mp4", wide, all, "rgbw");
+        expectFitted("turned-90.mp4", wide, upright, "gwrb");
+        expectFitted("turned-180.mp4", wide, all, "wbgr");
+        expectFitted("turned-270.mp4", wide, upright, "brwg");
+        expectFitted("wide-pixels.mp4", wide, all, "rgbw");
+        expectFitted("square.mp4", wide, QRect(70, 0, 180, 180), "rgbw");
+        expectFitted("upright.mp4", QSize(100, 100), QRect(0, 22, 100, 56), "rgbw");
+        expectFitted("upright.mp4", QSize(641, 361), QRect(0, 0, 641, 361), "rgbw");
+        expectFitted("full-range.avi", wide, all, "rgbw");
+        expectFitted("bt709.mp4", wide, all, "rgbw");
+    }
+
+    void transparentPixelsAreBlack()
+    {
+        const QImage picture = firstPicture("media/transparent.mov", QSize(320, 180));
+        QCOMPARE(picture.pixel(100, 100), qRgb(0, 0, 0));
+    }
+
+    /// The white of ordinary content stays bright, dark stays dark, and light far above white still
+    /// shows brighter than white.
+    void highDynamicRangeIsBroughtDown()
+    {
+        const auto grey = [](const char* file) {
+            return qGray(firstPicture(file, QSize(320, 180)).pixel(160, 90));
+        };
+        const int dark = grey("media/hdr-200.mkv");
+        const int white = grey("media/hdr-573.mkv");
+        const int bright = grey("media/hdr-900.mkv");
+        QVERIFY2(dark > 2 && dark < 60, qPrintable(QString::number(dark)));
+        QVERIFY2(white > 185 && white < 240, qPrintable(QString::number(white)));
+        QVERIFY2(bright > white + 10, qPrintable(QString::number(bright)));
+    }
+
+    void onlySizesThatPicturesHave()
+    {
+        Vesk::CAVBasedModelWrapper* engine = engineWrapper();
+        QVERIFY(!ConverterPtr(engine->CreateImageConverterEx(29, 320, 180, 0)));
+        QVERIFY(!ConverterPtr(engine->CreateImageConverterEx(30, 0, 180, 0)));
+        QVERIFY(!ConverterPtr(engine->CreateImageConverterEx(30, 320, unsigned(-5), 0)));
+        const ConverterPtr converter(engine->CreateImageConverterEx(30, 1, 1, 0));
+        QVERIFY(converter && !converter->convert(nullptr));
+        QCOMPARE(firstPicture("media/quarters-upright.mp4", QSize(1, 1)).size(), QSize(1, 1));
+    }
 };
-
-void PictureTest::framesAreFittedIn()
-{
-    const QSize wide(320, 180);
-    const QRect all(0, 0, 320, 180);
-    const QRect upright(109, 0, 101, 180);
-    expectFitted("upright.mp4", wide, all, "rgbw");
-    expectFitted("turned-90.mp4", wide, upright, "gwrb");
-    expectFitted("turned-180.mp4", wide, all, "wbgr");
-    expectFitted("turned-270.mp4", wide, upright, "brwg");
-    expectFitted("wide-pixels.mp4", wide, all, "rgbw");
-    expectFitted("square.mp4", wide, QRect(70, 0, 180, 180), "rgbw");
-    expectFitted("upright.mp4", QSize(100, 100), QRect(0, 22, 100, 56), "rgbw");
-    expectFitted("upright.mp4", QSize(641, 361), QRect(0, 0, 641, 361), "rgbw");
-    expectFitted("full-range.avi", wide, all, "rgbw");
-    expectFitted("bt709.mp4", wide, all, "rgbw");
-}
-
-void PictureTest::transparentPixelsAreBlack()
-{
-    const QImage picture = firstPicture("media/transparent.mov", QSize(320, 180));
-    QCOMPARE(picture.pixel(100, 100), qRgb(0, 0, 0));
-}
-
-/// The white of ordinary content stays bright, dark stays dark, and light far above white still
-/// shows brighter than white.
-void PictureTest::highDynamicRangeIsBroughtDown()
-{
-    const auto grey = [](const char* file) {
-        return qGray(firstPicture(file, QSize(320, 180)).pixel(160, 90));
-    };
-    const int dark = grey("media/hdr-200.mkv");
-    const int white = grey("media/hdr-573.mkv");
-    const int bright = grey("media/hdr-900.mkv");
-    QVERIFY2(dark > 2 && dark < 60, qPrintable(QString::number(dark)));
-    QVERIFY2(white > 185 && white < 240, qPrintable(QString::number(white)));
-    QVERIFY2(bright > white + 10, qPrintable(QString::number(bright)));
-}
-
-void PictureTest::onlySizesThatPicturesHave()
-{
-    Vesk::CAVBasedModelWrapper* engine = engineWrapper();
-    QVERIFY(!ConverterPtr(engine->CreateImageConverterEx(29, 320, 180, 0)));
-    QVERIFY(!ConverterPtr(engine->CreateImageConverterEx(30, 0, 180, 0)));
-    QVERIFY(!ConverterPtr(engine->CreateImageConverterEx(30, 320, unsigned(-5), 0)));
-    const ConverterPtr converter(engine->CreateImageConverterEx(30, 1, 1, 0));
-    QVERIFY(converter && !converter->convert(nullptr));
-    QCOMPARE(firstPicture("media/quarters-upright.mp4", QSize(1, 1)).size(), QSize(1, 1));
-}
 
 QTEST_GUILESS_MAIN(PictureTest)
 #include "tst_picture.moc"

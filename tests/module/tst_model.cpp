@@ -46,92 +46,73 @@ class ModelTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void writesEachErrorOnce();
-    void samplesFailedFiles();
-    void errorsMayComeFromTheMetaObject();
-};
-
-void ModelTest::writesEachErrorOnce()
-{
-    CImportModel model;
-    QBuffer device;
-    QVERIFY(device.open(QIODevice::ReadWrite));
-    QVERIFY(!model.saveReport(&device));
-    QCOMPARE(device.size(), 0);
-    model.importErrorProc(CImportModel::ErrorUnKnownSource, "/a");
-    model.importErrorProc(CImportModel::ErrorUnSupportSource, u8"/\u00e9");
-    const QDate today = QDate::currentDate();
-    QVERIFY(model.saveReport(&device));
-    QCOMPARE(device.pos(), 12);
-    QVERIFY(!model.saveReport(&device));
-    const int firstSize = int(device.size());
-    device.seek(firstSize);
-    model.importErrorProc(CImportModel::ErrorUnKnownSource, QString());
-    QVERIFY(model.saveReport(&device));
-
-    ReportReader report(device.data());
-    QCOMPARE(report.take(4), QByteArray("IMPM"));
-    QCOMPARE(report.number(), 0U);
-    QCOMPARE(int(report.number()), firstSize - 12);
-    QVERIFY(qAbs(qint64(report.number()) - today.toJulianDay()) <= 1);
-    QVERIFY(report.number() < 24 * 3600 * 1000);
-    QCOMPARE(report.take(1), QByteArray("\xff"));
-    QCOMPARE(report.number(), 0U);
-    QCOMPARE(report.text(), QString("/a"));
-    QCOMPARE(report.number(), 1U);
-    QCOMPARE(report.text(), QString(u8"/\u00e9"));
-    QCOMPARE(report.position(), firstSize);
-
-    QCOMPARE(report.take(4), QByteArray("IMPM"));
-    QCOMPARE(report.number(), 0U);
-    QCOMPARE(int(report.number()), int(device.size()) - firstSize - 12);
-    report.take(9);
-    QCOMPARE(report.number(), 0U);
-    QCOMPARE(report.number(), 0xFFFFFFFFU);
-    QCOMPARE(report.position(), int(device.size()));
-}
-
-void ModelTest::samplesFailedFiles()
-{
-    const ImportFolder folder;
-    const auto expectSample = [&folder](const QString& name, const QByteArray& sample) {
+    void writesEachErrorOnce()
+    {
         CImportModel model;
-        model.importErrorProc(CImportModel::ErrorImportFalsed, folder.path(name));
         QBuffer device;
-        QVERIFY(device.open(QIODevice::WriteOnly) && model.saveReport(&device));
-        ReportReader report(device.data());
-        report.take(21);
-        QCOMPARE(report.number(), 2U);
-        QCOMPARE(report.text(), folder.path(name));
-        const quint32 size = report.number();
-        QCOMPARE(size, sample.isNull() ? 0xFFFFFFFFU : quint32(sample.size()));
-        QCOMPARE(report.take(sample.isNull() ? 0 : size), sample);
-        QCOMPARE(report.position(), int(device.size()));
-    };
-    folder.file("folder/small", "abc");
-    folder.file("large", QByteArray(2 * 1024 * 1024, 'l'));
-    folder.file("empty", QByteArray());
-    expectSample("folder/small", "abc");
-    expectSample("large", QByteArray(512 * 1024, 'l'));
-    expectSample("empty", QByteArray());
-    expectSample("folder", "0");
-    expectSample("missing", "0");
-}
+        QVERIFY(device.open(QIODevice::ReadWrite));
+        QVERIFY(!model.saveReport(&device));
+        QCOMPARE(device.size(), 0);
+        model.importErrorProc(CImportModel::ErrorUnKnownSource, "/a");
+        model.importErrorProc(CImportModel::ErrorUnSupportSource, u8"/\u00e9");
+        const QDate today = QDate::currentDate();
+        QVERIFY(model.saveReport(&device));
+        QCOMPARE(device.pos(), 12);
+        QVERIFY(!model.saveReport(&device));
+        const int firstSize = int(device.size());
+        device.seek(firstSize);
+        model.importErrorProc(CImportModel::ErrorUnKnownSource, QString());
+        QVERIFY(model.saveReport(&device));
 
-void ModelTest::errorsMayComeFromTheMetaObject()
-{
-    qRegisterMetaType<CImportModel::ErrorType>("CImportModel::ErrorType");
-    CImportModel model;
-    QSignalSpy errors(&model, SIGNAL(importError(int, QString)));
-    QVERIFY(QMetaObject::invokeMethod(
-        &model, "importErrorProc", Q_ARG(CImportModel::ErrorType, CImportModel::ErrorImportFalsed),
-        Q_ARG(QString, "/a")));
-    QCOMPARE(errors.count(), 1);
-    QCOMPARE(errors.first(), QVariantList({2, "/a"}));
-    const std::unique_ptr<QObject> made(
-        CImportModel::staticMetaObject.newInstance(Q_ARG(QObject*, &model)));
-    QVERIFY(made && made->parent() == &model);
-}
+        ReportReader report(device.data());
+        QCOMPARE(report.take(4), QByteArray("IMPM"));
+        QCOMPARE(report.number(), 0U);
+        QCOMPARE(int(report.number()), firstSize - 12);
+        QVERIFY(qAbs(qint64(report.number()) - today.toJulianDay()) <= 1);
+        QVERIFY(report.number() < 24 * 3600 * 1000);
+        QCOMPARE(report.take(1), QByteArray("\xff"));
+        QCOMPARE(report.number(), 0U);
+        QCOMPARE(report.text(), QString("/a"));
+        QCOMPARE(report.number(), 1U);
+        QCOMPARE(report.text(), QString(u8"/\u00e9"));
+        QCOMPARE(report.position(), firstSize);
+
+        QCOMPARE(report.take(4), QByteArray("IMPM"));
+        QCOMPARE(report.number(), 0U);
+        QCOMPARE(int(report.number()), int(device.size()) - firstSize - 12);
+        report.take(9);
+        QCOMPARE(report.number(), 0U);
+        QCOMPARE(report.number(), 0xFFFFFFFFU);
+        QCOMPARE(report.position(), int(device.size()));
+    }
+
+    void samplesFailedFiles()
+    {
+        const ImportFolder folder;
+        const auto expectSample = [&folder](const QString& name, const QByteArray& sample) {
+            CImportModel model;
+            model.importErrorProc(CImportModel::ErrorImportFalsed, folder.path(name));
+            QBuffer device;
+            QVERIFY(device.open(QIODevice::WriteOnly) && model.saveReport(&device));
+            ReportReader report(device.data());
+            report.take(21);
+            QCOMPARE(report.number(), 2U);
+            QCOMPARE(report.text(), folder.path(name));
+            const quint32 size = report.number();
+            QCOMPARE(size, sample.isNull() ? 0xFFFFFFFFU : quint32(sample.size()));
+            QCOMPARE(report.take(sample.isNull() ? 0 : size), sample);
+            QCOMPARE(report.position(), int(device.size()));
+        };
+        folder.file("folder/small", "abc");
+        folder.file("large", QByteArray(2 * 1024 * 1024, 'l'));
+        folder.file("empty", QByteArray());
+        expectSample("folder/small", "abc");
+        expectSample("large", QByteArray(512 * 1024, 'l'));
+        expectSample("empty", QByteArray());
+        expectSample("folder", "0");
+        expectSample("missing", "0");
+    }
+};
 
 QTEST_GUILESS_MAIN(ModelTest)
 #include "tst_model.moc"

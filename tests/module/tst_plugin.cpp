@@ -13,35 +13,32 @@ class PluginTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void isMadeAnewAfterItWasDeleted();
-    void tellsWhatItWasBuiltFor();
-};
-
-void PluginTest::isMadeAnewAfterItWasDeleted()
-{
-    const auto instance =
-        reinterpret_cast<QObject* (*)()>(QLibrary::resolve(PLUGIN_FILE, "qt_plugin_instance"));
-    QVERIFY(instance);
-    for (int pass = 0; pass < 2; ++pass) {
-        auto* plugin = qobject_cast<CAbstractPlugin*>(instance());
-        QVERIFY(plugin && instance() == plugin);
-        QCOMPARE(plugin->metaObject()->className(), "Vesk::CImportPlugin");
-        QVERIFY(plugin->initialize(nullptr, {}) && plugin->start());
-        delete plugin;
+    void isMadeAnewAfterItWasDeleted()
+    {
+        const auto instance =
+            reinterpret_cast<QObject* (*)()>(QLibrary::resolve(PLUGIN_FILE, "qt_plugin_instance"));
+        QVERIFY(instance);
+        for (int pass = 0; pass < 2; ++pass) {
+            auto* plugin = qobject_cast<CAbstractPlugin*>(instance());
+            QVERIFY(plugin && instance() == plugin);
+            QCOMPARE(plugin->metaObject()->className(), "Vesk::CImportPlugin");
+            QVERIFY(plugin->initialize(nullptr, {}) && plugin->start());
+            delete plugin;
+        }
     }
-}
 
-void PluginTest::tellsWhatItWasBuiltFor()
-{
-    const auto verification = reinterpret_cast<const char* (*)()>(
-        QLibrary::resolve(PLUGIN_FILE, "qt_plugin_query_verification_data"));
-    QVERIFY(verification);
-    const QRegularExpression expected("^pattern=QT_PLUGIN_VERIFICATION_DATA\n"
-                                      "version=" QT_VERSION_TEXT "\n"
-                                      "debug=false\n"
-                                      "buildkey=.* full-config$");
-    QVERIFY(expected.match(verification()).hasMatch());
-}
+    void tellsWhatItWasBuiltFor()
+    {
+        const auto verification = reinterpret_cast<const char* (*)()>(
+            QLibrary::resolve(PLUGIN_FILE, "qt_plugin_query_verification_data"));
+        QVERIFY(verification);
+        const QRegularExpression expected("^pattern=QT_PLUGIN_VERIFICATION_DATA\n"
+                                          "version=" QT_VERSION_TEXT "\n"
+                                          "debug=false\n"
+                                          "buildkey=.* full-config$");
+        QVERIFY(expected.match(verification()).hasMatch());
+    }
+};
 
 QTEST_GUILESS_MAIN(PluginTest)
 #include "tst_plugin.moc"

@@ -37,165 +37,164 @@ class DiscsTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void dvds();
-    void largeIfoFilesStandForTheirTitleSet();
-    void blurays();
-    void discsBelowAFolder();
-    void namesFromDiscsStayInTheFolder();
-};
-
-/// What is said of them, and a picture of the middle of each chapter.
-void DiscsTest::dvds()
-{
-    const auto expect = [](const QString& source, const QString& name, const QStringList& titles) {
-        ProgramRun program;
-        const QJsonValue task = at(program.import({fixturePath(source)}), "tasks/0");
-        QCOMPARE(program.status, 0);
-        QCOMPARE(textAt(task, "taskType"), QString("DvdTask"));
-        QCOMPARE(textAt(task, "dvdInfo/dvdName"), name);
-        QCOMPARE(at(task, "dvdInfo/isScrambled"), QJsonValue(false));
-        QCOMPARE(titlesOf(at(task, "dvdInfo")), titles);
-        int pictures = 0;
-        for (int i = 0; i < titles.size(); ++i) {
-            const QJsonValue title = at(task, QString("dvdInfo/titles/%1").arg(i));
-            const QString movie = textAt(title, "movieInfo/movieName");
-            const double step = movie.endsWith("_4") ? 20.0 : 10.0;
-            const int chapters = at(title, "chapters").toArray().size();
-            for (int j = 0; j < chapters; ++j, ++pictures) {
-                const QJsonValue chapter = at(title, QString("chapters/%1").arg(j));
-                const double middle =
-                    (at(chapter, "timeStart").toDouble() + at(chapter, "timeEnd").toDouble()) / 2;
-                const QString picture =
-                    QString("pictures/%1/%2-title-%3-chapter-%4.jpg")
-                        .arg(name, movie, QString::number(i + 1), QString::number(j + 1));
-                QVERIFY2(qAbs(secondShown(program.path(picture), step) - middle) < 0.6,
-                         qPrintable(picture));
+    /// What is said of them, and a picture of the middle of each chapter.
+    void dvds()
+    {
+        const auto expect = [](const QString& source, const QString& name,
+                               const QStringList& titles) {
+            ProgramRun program;
+            const QJsonValue task = at(program.import({fixturePath(source)}), "tasks/0");
+            QCOMPARE(program.status, 0);
+            QCOMPARE(textAt(task, "taskType"), QString("DvdTask"));
+            QCOMPARE(textAt(task, "dvdInfo/dvdName"), name);
+            QCOMPARE(at(task, "dvdInfo/isScrambled"), QJsonValue(false));
+            QCOMPARE(titlesOf(at(task, "dvdInfo")), titles);
+            int pictures = 0;
+            for (int i = 0; i < titles.size(); ++i) {
+                const QJsonValue title = at(task, QString("dvdInfo/titles/%1").arg(i));
+                const QString movie = textAt(title, "movieInfo/movieName");
+                const double step = movie.endsWith("_4") ? 20.0 : 10.0;
+                const int chapters = at(title, "chapters").toArray().size();
+                for (int j = 0; j < chapters; ++j, ++pictures) {
+                    const QJsonValue chapter = at(title, QString("chapters/%1").arg(j));
+                    const double middle =
+                        (at(chapter, "timeStart").toDouble() + at(chapter, "timeEnd").toDouble()) /
+                        2;
+                    const QString picture =
+                        QString("pictures/%1/%2-title-%3-chapter-%4.jpg")
+                            .arg(name, movie, QString::number(i + 1), QString::number(j + 1));
+                    QVERIFY2(qAbs(secondShown(program.path(picture), step) - middle) < 0.6,
+                             qPrintable(picture));
+                }
             }
-        }
-        QCOMPARE(program.pictures().size(), pictures);
-    };
-    // The second title is shorter than two seconds; it keeps its number.
-    const QStringList film = {"PAL_FILM _1: 20.0 3 2 2", "PAL_FILM _3*: 21.2 2 2 2",
-                              "PAL_FILM _4: 10.0 3 2 0"};
-    expect("dvd/PAL_FILM", "PAL_FILM", film);
-    expect("dvd/PAL_FILM/VIDEO_TS/VIDEO_TS.IFO", "PAL_FILM", film);
-    expect("dvd/PAL_FILM/VIDEO_TS/", "PAL_FILM", film);
-    expect("dvd/pal.iso", "PAL_VOLUME", QStringList(film).replaceInStrings("FILM", "VOLUME"));
-    expect("dvd/NTSC_FILM", "NTSC_FILM", {"NTSC_FILM _1*: 20.0 4 2 0"});
-}
-
-/// A small IFO file is found through its folder; one above ten megabytes the import takes by
-/// itself.
-void DiscsTest::largeIfoFilesStandForTheirTitleSet()
-{
-    ProgramRun program;
-    copyFolder(fixturePath("dvd/PAL_FILM"), program.path("DISC"));
-    const QString set = program.path("DISC/VIDEO_TS/VTS_02_0.IFO");
-    QVERIFY(QFile::resize(set, 11 * 1024 * 1024));
-    const QJsonValue task = at(program.import({set}), "tasks/0");
-    QCOMPARE(textAt(task, "url"), set + '/');
-    QCOMPARE(titlesOf(at(task, "dvdInfo")), QStringList("DISC _4*: 10.0 3 2 0"));
-    QCOMPARE(program.pictures().size(), 3);
-    QCOMPARE(program.pictures().first(), QString("DISC/DISC _4-title-1-chapter-1.jpg"));
-}
-
-void DiscsTest::blurays()
-{
-    for (const char* source : {"bluray/disc", "bluray/disc/BDMV/index.bdmv", "bluray/disc-250.iso",
-                               "bluray/disc-102.iso"}) {
-        ProgramRun program;
-        const QJsonValue disc = at(program.import({fixturePath(source)}), "tasks/0/bdInfo");
-        QCOMPARE(program.status, 0);
-        QCOMPARE(textAt(disc, "bdName"), QString("Clock & Corner"));
-        QStringList titles;
-        for (const QJsonValue& title : at(disc, "titles").toArray()) {
-            QStringList stamps;
-            for (const QJsonValue& chapter : at(title, "chapters").toArray())
-                stamps << QString::number(at(chapter, "timeStamp").toDouble(), 'f', 1);
-            titles << QString("%1: %2 %3 at %4")
-                          .arg(at(title, "titleId").toInt())
-                          .arg(at(title, "duration").toDouble(), 0, 'f', 2)
-                          .arg(at(title, "clips").toArray().size())
-                          .arg(stamps.join(' '));
-        }
-        QCOMPARE(titles, QStringList({"0: 25.00 2 at 0.0 6.0 14.0", "1: 12.00 2 at 0.0 4.0",
-                                      "2: 0.04 1 at 0.0"}));
-
-        // A tenth into the clip, which may be the title's or a chapter's that starts with it.
-        const struct
-        {
-            const char* name;
-            double earliest;
-            double latest;
-        } expected[] = {{"clip-0-file-00001", 0.4, 0.4},   {"clip-1-file-00001", 5.4, 6.5},
-                        {"clip-2-file-00001", 10.1, 10.1}, {"clip-3-file-00001", 10.8, 10.8},
-                        {"clip-0-file-00002", 0.6, 1.0},   {"clip-1-file-00002", 6.4, 6.4},
-                        {"clip-0-file-00003", 0.0, 0.0}};
-        QCOMPARE(program.pictures().size(), int(std::size(expected)));
-        for (const auto& picture : expected) {
-            const QString path =
-                program.path(QString("pictures/Clock & Corner/%1.jpg").arg(picture.name));
-            const double shown = secondShown(path, 10.0);
-            QVERIFY2(shown > picture.earliest - 0.6 && shown < picture.latest + 0.6,
-                     qPrintable(QString("%1: %2").arg(picture.name).arg(shown)));
-            // The corner tells the stream file: black, white, grey.
-            const int corner = qGray(QImage(path).pixel(10, 6));
-            const char file = corner < 40 ? '1' : corner > 215 ? '2' : '3';
-            QCOMPARE(file, QByteArray(picture.name).back());
-        }
-        QCOMPARE(program.leftBehind(), QStringList());
+            QCOMPARE(program.pictures().size(), pictures);
+        };
+        // The second title is shorter than two seconds; it keeps its number.
+        const QStringList film = {"PAL_FILM _1: 20.0 3 2 2", "PAL_FILM _3*: 21.2 2 2 2",
+                                  "PAL_FILM _4: 10.0 3 2 0"};
+        expect("dvd/PAL_FILM", "PAL_FILM", film);
+        expect("dvd/PAL_FILM/VIDEO_TS/VIDEO_TS.IFO", "PAL_FILM", film);
+        expect("dvd/PAL_FILM/VIDEO_TS/", "PAL_FILM", film);
+        expect("dvd/pal.iso", "PAL_VOLUME", QStringList(film).replaceInStrings("FILM", "VOLUME"));
+        expect("dvd/NTSC_FILM", "NTSC_FILM", {"NTSC_FILM _1*: 20.0 4 2 0"});
     }
-}
 
-/// Some are whole, some have lost their video, and others are none: for these there is one error
-/// each, and nothing else.
-void DiscsTest::discsBelowAFolder()
-{
-    ProgramRun program;
-    const QString folder = program.path("library/");
-    copyFolder(fixturePath("dvd/NTSC_FILM"), folder + "a/NTSC");
-    copyFolder(fixturePath("dvd/NTSC_FILM"), folder + "a/no-video");
-    QVERIFY(QFile::remove(folder + "a/no-video/VIDEO_TS/VTS_01_1.VOB"));
-    copyFolder(fixturePath("bluray/disc"), folder + "b/c/Blu");
-    copyFolder(fixturePath("bluray/disc"), folder + "b/no-video");
-    QVERIFY(QDir(folder + "b/no-video/BDMV/STREAM").removeRecursively());
-    QVERIFY(QFile::copy(fixturePath("dvd/pal.iso"), folder + "pal.ISO"));
-    QVERIFY(QFile::copy(fixturePath("dvd/data.iso"), folder + "none-data.iso"));
-    writeFile(folder + "none-1/VIDEO_TS", "a file");
-    writeFile(folder + "none-2/BDMV", "a file");
-    QVERIFY(QDir().mkpath(folder + "none-3/VIDEO_TS"));
-    copyFolder(fixturePath("bluray/disc/BDMV/PLAYLIST"), folder + "none-4/BDMV/META");
+    /// A small IFO file is found through its folder; one above ten megabytes the import takes by
+    /// itself.
+    void largeIfoFilesStandForTheirTitleSet()
+    {
+        ProgramRun program;
+        copyFolder(fixturePath("dvd/PAL_FILM"), program.path("DISC"));
+        const QString set = program.path("DISC/VIDEO_TS/VTS_02_0.IFO");
+        QVERIFY(QFile::resize(set, 11 * 1024 * 1024));
+        const QJsonValue task = at(program.import({set}), "tasks/0");
+        QCOMPARE(textAt(task, "url"), set + '/');
+        QCOMPARE(titlesOf(at(task, "dvdInfo")), QStringList("DISC _4*: 10.0 3 2 0"));
+        QCOMPARE(program.pictures().size(), 3);
+        QCOMPARE(program.pictures().first(), QString("DISC/DISC _4-title-1-chapter-1.jpg"));
+    }
 
-    const QJsonObject result = program.import({folder});
-    QCOMPARE(ProgramRun::taskUrls(result),
-             QStringList({folder + "a/NTSC/", folder + "a/no-video/", folder + "b/c/Blu",
-                          folder + "b/no-video", folder + "pal.ISO"}));
-    QStringList errors;
-    for (const char* name : {"none-1", "none-2", "none-3", "none-4", "none-data.iso"})
-        errors << "ErrorImportFalsed " + folder + name;
-    QCOMPARE(ProgramRun::errors(result), errors);
-    const QJsonValue disc = at(ProgramRun::task(result, folder + "b/no-video"), "bdInfo");
-    QCOMPARE(at(disc, "titles").toArray().size(), 3);
-    QCOMPARE(at(disc, "files").toArray().size(), 3);
-    QCOMPARE(program.pictures().filter("no-video"), QStringList());
-    QVERIFY(program.output.contains("main title"));
-    QCOMPARE(program.errorOutput, QByteArray());
-}
+    void blurays()
+    {
+        for (const char* source : {"bluray/disc", "bluray/disc/BDMV/index.bdmv",
+                                   "bluray/disc-250.iso", "bluray/disc-102.iso"}) {
+            ProgramRun program;
+            const QJsonValue disc = at(program.import({fixturePath(source)}), "tasks/0/bdInfo");
+            QCOMPARE(program.status, 0);
+            QCOMPARE(textAt(disc, "bdName"), QString("Clock & Corner"));
+            QStringList titles;
+            for (const QJsonValue& title : at(disc, "titles").toArray()) {
+                QStringList stamps;
+                for (const QJsonValue& chapter : at(title, "chapters").toArray())
+                    stamps << QString::number(at(chapter, "timeStamp").toDouble(), 'f', 1);
+                titles << QString("%1: %2 %3 at %4")
+                              .arg(at(title, "titleId").toInt())
+                              .arg(at(title, "duration").toDouble(), 0, 'f', 2)
+                              .arg(at(title, "clips").toArray().size())
+                              .arg(stamps.join(' '));
+            }
+            QCOMPARE(titles, QStringList({"0: 25.00 2 at 0.0 6.0 14.0", "1: 12.00 2 at 0.0 4.0",
+                                          "2: 0.04 1 at 0.0"}));
+            QCOMPARE(textAt(disc, "files/1/movieInfo/movieName"), QString("00002.m2ts"));
+            QCOMPARE(at(disc, "files/0/snapClips").toArray(), QJsonArray({3, 0, 2, 4}));
 
-void DiscsTest::namesFromDiscsStayInTheFolder()
-{
-    ProgramRun program;
-    copyFolder(fixturePath("dvd/NTSC_FILM"), program.path("%1%2 back\\slash _1"));
-    copyFolder(fixturePath("bluray/disc"), program.path("blu"));
-    program.file("blu/BDMV/META/DL/bdmt_eng.xml",
-                 "<?xml version=\"1.0\"?><disclib xmlns:di=\"urn:BDA:bdmv;discinfo\"><di:discinfo>"
-                 "<di:title><di:name>../../%3/out</di:name></di:title></di:discinfo></disclib>");
-    program.import({program.path("%1%2 back\\slash _1"), program.path("blu")});
-    const QStringList pictures = program.pictures();
-    QCOMPARE(pictures.filter("%1%2 back_slash _1/").size(), 4);
-    QCOMPARE(pictures.filter("___.._%3_out/").size(), 7);
-    QCOMPARE(pictures.size(), 11);
-}
+            // A tenth into the clip, which may be the title's or a chapter's that starts with it.
+            const struct
+            {
+                const char* name;
+                double earliest;
+                double latest;
+            } expected[] = {{"clip-0-file-00001", 0.4, 0.4},   {"clip-1-file-00001", 5.4, 6.5},
+                            {"clip-2-file-00001", 10.1, 10.1}, {"clip-3-file-00001", 10.8, 10.8},
+                            {"clip-0-file-00002", 0.6, 1.0},   {"clip-1-file-00002", 6.4, 6.4},
+                            {"clip-0-file-00003", 0.0, 0.0}};
+            QCOMPARE(program.pictures().size(), int(std::size(expected)));
+            for (const auto& picture : expected) {
+                const QString path =
+                    program.path(QString("pictures/Clock & Corner/%1.jpg").arg(picture.name));
+                const double shown = secondShown(path, 10.0);
+                QVERIFY2(shown > picture.earliest - 0.6 && shown < picture.latest + 0.6,
+                         qPrintable(QString("%1: %2").arg(picture.name).arg(shown)));
+                // The corner tells the stream file: black, white, grey.
+                const int corner = qGray(QImage(path).pixel(10, 6));
+                const char file = corner < 40 ? '1' : corner > 215 ? '2' : '3';
+                QCOMPARE(file, QByteArray(picture.name).back());
+            }
+            QCOMPARE(program.leftBehind(), QStringList());
+        }
+    }
+
+    /// Some are whole, some have lost their video, and others are none: for these there is one
+    /// error each, and nothing else.
+    void discsBelowAFolder()
+    {
+        ProgramRun program;
+        const QString folder = program.path("library/");
+        copyFolder(fixturePath("dvd/NTSC_FILM"), folder + "a/NTSC");
+        copyFolder(fixturePath("dvd/NTSC_FILM"), folder + "a/no-video");
+        QVERIFY(QFile::remove(folder + "a/no-video/VIDEO_TS/VTS_01_1.VOB"));
+        copyFolder(fixturePath("bluray/disc"), folder + "b/c/Blu");
+        copyFolder(fixturePath("bluray/disc"), folder + "b/no-video");
+        QVERIFY(QDir(folder + "b/no-video/BDMV/STREAM").removeRecursively());
+        QVERIFY(QFile::copy(fixturePath("dvd/pal.iso"), folder + "pal.ISO"));
+        QVERIFY(QFile::copy(fixturePath("dvd/data.iso"), folder + "none-data.iso"));
+        writeFile(folder + "none-1/VIDEO_TS", "a file");
+        writeFile(folder + "none-2/BDMV", "a file");
+        QVERIFY(QDir().mkpath(folder + "none-3/VIDEO_TS"));
+        copyFolder(fixturePath("bluray/disc/BDMV/PLAYLIST"), folder + "none-4/BDMV/META");
+
+        const QJsonObject result = program.import({folder});
+        QCOMPARE(ProgramRun::taskUrls(result),
+                 QStringList({folder + "a/NTSC/", folder + "a/no-video/", folder + "b/c/Blu",
+                              folder + "b/no-video", folder + "pal.ISO"}));
+        QStringList errors;
+        for (const char* name : {"none-1", "none-2", "none-3", "none-4", "none-data.iso"})
+            errors << "ErrorImportFalsed " + folder + name;
+        QCOMPARE(ProgramRun::errors(result), errors);
+        const QJsonValue disc = at(ProgramRun::task(result, folder + "b/no-video"), "bdInfo");
+        QCOMPARE(at(disc, "titles").toArray().size(), 3);
+        QCOMPARE(at(disc, "files").toArray().size(), 3);
+        QCOMPARE(program.pictures().filter("no-video"), QStringList());
+        QVERIFY(program.output.contains("main title"));
+        QCOMPARE(program.errorOutput, QByteArray());
+    }
+
+    void namesFromDiscsStayInTheFolder()
+    {
+        ProgramRun program;
+        copyFolder(fixturePath("dvd/NTSC_FILM"), program.path("%1%2 back\\slash _1"));
+        copyFolder(fixturePath("bluray/disc"), program.path("blu"));
+        program.file(
+            "blu/BDMV/META/DL/bdmt_eng.xml",
+            "<?xml version=\"1.0\"?><disclib xmlns:di=\"urn:BDA:bdmv;discinfo\"><di:discinfo>"
+            "<di:title><di:name>../../%3/out</di:name></di:title></di:discinfo></disclib>");
+        program.import({program.path("%1%2 back\\slash _1"), program.path("blu")});
+        const QStringList pictures = program.pictures();
+        QCOMPARE(pictures.filter("%1%2 back_slash _1/").size(), 4);
+        QCOMPARE(pictures.filter("___.._%3_out/").size(), 7);
+        QCOMPARE(pictures.size(), 11);
+    }
+};
 
 QTEST_GUILESS_MAIN(DiscsTest)
 #include "tst_discs.moc"

@@ -83,6 +83,27 @@ inline AVBased::IAVFrame* frameAt(AVBased::IAVSource& source, int positionMs, in
     return frame;
 }
 
+/// "kind codec language name" of a stream, with its measures.
+inline QString textOf(const AVBased::AVStreamInfo& stream)
+{
+    const QString head =
+        QString("%1 %2 %3 %4").arg(stream.kind).arg(stream.codecName, stream.language, stream.name);
+    if (stream.kind == AVBased::StreamKindVideo) {
+        return head + QString(" %1x%2 %3/%4 %5:%6 %7")
+                          .arg(stream.width)
+                          .arg(stream.height)
+                          .arg(stream.frameRate >> 32)
+                          .arg(stream.frameRate & 0xFFFFFFFF)
+                          .arg(stream.aspectRatio >> 16)
+                          .arg(stream.aspectRatio & 0xFFFF)
+                          .arg(QString::fromLatin1(stream.fourcc, 4));
+    }
+    return head + QString(" %1Hz %2ch %3")
+                      .arg(stream.sampleRate)
+                      .arg(stream.channels)
+                      .arg(stream.channelLayout);
+}
+
 /// Files of this process that are open.
 inline QStringList openFiles()
 {
