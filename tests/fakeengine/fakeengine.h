@@ -16,7 +16,6 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QHash>
-#include <QtCore/QList>
 #include <QtCore/QMutex>
 #include <QtCore/QStringList>
 
@@ -62,7 +61,6 @@ struct FakeItem
 
     bool isDvd = false;
     std::vector<FakeTitleSet> sets;
-    QList<int> mainMovies;
     bool scrambled = false;
 };
 

@@ -173,7 +173,7 @@ public:
         called("isDiscScrambled", utf8Path);
         return m_item.scrambled;
     }
-    bool isMainTitle(std::int32_t movieId) override { return m_item.mainMovies.contains(movieId); }
+    bool isMainTitle(std::int32_t) override { return false; }
 
 private:
     FakeItem m_item;

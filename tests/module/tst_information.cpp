@@ -4,8 +4,6 @@
 #include "cbdfileclip.h"
 #include "cbdinformation.h"
 #include "cdvdinformation.h"
-#include "cdvdtrack.h"
-#include "cdvdvideo.h"
 #include "cimportcontext.h"
 #include "cimportmodel.h"
 #include "cimportreply.h"
@@ -126,18 +124,6 @@ private Q_SLOTS:
             disc.setFileCount(2);
             return disc.file(1);
         });
-
-        CDVDTitle title;
-        {
-            CMovieInfomation movie;
-            movie.setMovieName("name");
-            title.setMovieInfo(&movie);
-            CDVDVideo video;
-            video.setNumber1(7);
-            title.setVideo(&video);
-        }
-        QCOMPARE(title.movieInfo()->movieName(), QString("name"));
-        QCOMPARE(title.video()->number1(), 7);
     }
 
     void onlySomeSettersSignal()

@@ -157,7 +157,8 @@ private Q_SLOTS:
             QStringList texts;
             for (int i = 0; i < title->chapterCount(); ++i) {
                 const CDVDChapter* chapter = title->chapter(i);
-                texts << QString("%1-%2").arg(chapter->timeStart()).arg(chapter->timeEnd());
+                if (chapter->title() == title)
+                    texts << QString("%1-%2").arg(chapter->timeStart()).arg(chapter->timeEnd());
             }
             return texts.join(' ');
         };
@@ -223,6 +224,7 @@ private Q_SLOTS:
         QCOMPARE(clipsOf(info->title(0)), QString("b:0-5 a:0-7"));
         QCOMPARE(info->title(4)->chapterCount(), 1);
         QCOMPARE(clipsOf(info->title(4)->chapter(0)), QString("b:1-2 a:3-4"));
+        QCOMPARE(info->title(4)->chapter(0)->title(), info->title(4));
     }
 
     void blurayWithoutLists()

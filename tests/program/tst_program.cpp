@@ -159,20 +159,16 @@ private Q_SLOTS:
         const QString a = program.file("a.mp4", smallVideo());
         const QString b = program.file("b.mp4", "text");
         program.run({"--events", a, b});
-        const QString expected =
-            QStringLiteral("{\"signal\":\"taskProcess\",\"type\":\"ImportDone\",\"url\":\"%1\"}\n"
-                           "{\"signal\":\"importUrl\",\"url\":\"%1\"}\n"
-                           "{\"signal\":\"importPercentChanged\",\"value\":50}\n"
-                           "{\"signal\":\"importError\",\"type\":2,\"url\":\"%2\"}\n"
-                           "{\"signal\":\"importUrl\",\"url\":\"%2\"}\n"
-                           "{\"signal\":\"importPercentChanged\",\"value\":100}\n"
-                           "{\"signal\":\"importFinished\"}\n"
-                           "{\"signal\":\"snapPercentChanged\",\"value\":100}\n"
-                           "{\"signal\":\"taskProcess\",\"type\":\"SnapDone\",\"url\":\"%1\"}\n"
-                           "{\"signal\":\"snapFinished\"}\n"
-                           "{\"signal\":\"finished\"}\n")
-                .arg(a, b);
-        QCOMPARE(QString::fromUtf8(program.output), expected);
+        QCOMPARE(program.output.replace('"', ""),
+                 QString("{signal:taskProcess,type:ImportDone,url:%1}\n"
+                         "{signal:importUrl,url:%1}\n{signal:importPercentChanged,value:50}\n"
+                         "{signal:importError,type:2,url:%2}\n"
+                         "{signal:importUrl,url:%2}\n{signal:importPercentChanged,value:100}\n"
+                         "{signal:importFinished}\n{signal:snapPercentChanged,value:100}\n"
+                         "{signal:taskProcess,type:SnapDone,url:%1}\n"
+                         "{signal:snapFinished}\n{signal:finished}\n")
+                     .arg(a, b)
+                     .toUtf8());
     }
 
     void savesAndShowsReports()
@@ -185,21 +181,18 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(report));
         QCOMPARE(program.run({"--report", report, bad, other}), 1);
 
-        QCOMPARE(program.shell(QString("%1 report %2").arg(PROGRAM, report)), 0);
+        QCOMPARE(program.shell(PROGRAM " report errors.bin"), 0);
         QCOMPARE(program.output.count('\n'), 2);
         QVERIFY(program.output.contains(bad.toUtf8()));
-        QCOMPARE(program.shell(QString("%1 report --json %2").arg(PROGRAM, report)), 0);
+        QCOMPARE(program.shell(PROGRAM " report --json errors.bin"), 0);
         const QJsonObject result = QJsonDocument::fromJson(program.output).object();
         QCOMPARE(ProgramRun::errors(result),
                  QStringList({"ErrorImportFalsed " + bad, "ErrorUnKnownSource " + other}));
-        QCOMPARE(program.shell(QString("%1 report %2").arg(PROGRAM, bad)), 2);
+        QCOMPARE(program.shell(PROGRAM " report bad.mp4"), 2);
         // What a report that was cut still holds is shown.
-        const int cut = int(QFileInfo(report).size()) - 10;
-        QCOMPARE(program.shell(QString("head -c %3 %2 > cut; %1 report cut")
-                                   .arg(PROGRAM, report, QString::number(cut))),
-                 2);
+        QCOMPARE(program.shell("head -c -10 errors.bin > cut; " PROGRAM " report cut"), 2);
         QVERIFY(program.output.contains(bad.toUtf8()) && !program.output.contains(other.toUtf8()));
-        QCOMPARE(program.shell(QString("%1 report /no/such").arg(PROGRAM)), 2);
+        QCOMPARE(program.shell(PROGRAM " report /no/such"), 2);
     }
 
     void oddNames()
