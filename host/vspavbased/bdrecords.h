@@ -19,6 +19,10 @@ AVBASED_ASSERT_OFFSET(BDDiscInfo, scrambled, 4);
 
 /// What a title plays, or one entry of a title's chapter array. Times in seconds; clip times count
 /// from the start of the stream file.
+///
+/// Entry j of a chapter's times belongs to the title's clip j. A chapter that ends in clip m has
+/// `clipCount` m + 1: the clips that it plays have the times that it plays, and those before it the
+/// title's own. What a chapter plays is from `timeStamp` on for `duration`, whatever its clips.
 struct BDPlayInfo
 {
     std::uint32_t clipCount;

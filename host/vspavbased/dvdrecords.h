@@ -19,7 +19,7 @@ AVBASED_ASSERT_SIZE(DVDSubpictureInfo, 8);
 /// One audio track of a DVD title.
 struct DVDAudioInfo
 {
-    const char* codec;      ///< as in "ac3", "dts", "mp2", "pcm_dvd"; ASCII
+    const char* codec;      ///< as in "ac3", "dts", "mp2", "pcm_dvd", or empty; ASCII
     const char* language;   ///< code of two letters, or empty; ASCII
     const char* kind;       ///< "normal", "impaired", "commentary", "commentary2" or empty
     std::uint32_t streamId; ///< the id that the title's movie gives the stream

@@ -5,8 +5,9 @@
 
 namespace AVBased {
 
-/// Receives one message of the engine or of a library below it, a line of UTF-8 without a line
-/// break. Called on the thread that the message comes from, one call at a time.
+/// Receives one message of the engine or of a library below it, a line without a
+/// line break. UTF-8, but for names of files that are not. Called on the thread that the message
+/// comes from, one call at a time.
 typedef void (*LogReceiver)(const char* message, void* context);
 
 /// Directs the engine's messages to `receiver`, which gets `context` with each; with null, as at

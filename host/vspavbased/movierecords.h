@@ -16,12 +16,13 @@ enum StreamKind
 /// One elementary stream. Texts are Latin-1, never null. 0 stands for unknown in every number.
 struct AVStreamInfo
 {
-    const char* name;          ///< the stream's title
-    std::int32_t kind;         ///< a StreamKind
-    std::int32_t id;           ///< key for IAVImporter::openSource()
-    const char* codecName;     ///< short lower-case name, as in "h264"
-    char fourcc[4];            ///< printable, not zero-terminated
-    const char* language;      ///< code of two or three letters, or empty
+    const char* name;      ///< the stream's title
+    std::int32_t kind;     ///< a StreamKind
+    std::int32_t id;       ///< key for IAVImporter::openSource()
+    const char* codecName; ///< short lower-case name, as in "h264"
+    char fourcc[4];        ///< printable, not zero-terminated
+    const char*
+        language; ///< mostly a code of two or three letters; as it is written in the file, or empty
     std::int32_t width;        ///< pixels, before rotation and pixel aspect
     std::int32_t height;       ///< pixels
     std::uint64_t frameRate;   ///< numerator in the high 32 bits, denominator in the low

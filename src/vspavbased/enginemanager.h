@@ -5,9 +5,10 @@
 //   accesschain      the way that callers take to it
 //   EngineManager    decides which kind of importer opens a path
 //   media/           media files            picture/   frames into pictures
-//   disc/            files of discs, in folders and images
+//   disc/            the files of discs, in folders and images
 //   dvd/             DVDs                   bluray/    Blu-ray discs
 //   timeline/        stream files in a row
+//   bytes/           reading bytes that nobody vouches for
 //   libav.h          owns the handles of the library below
 //
 // Of libraries only libav is asked what a file holds. Those that read the tables of discs crash on

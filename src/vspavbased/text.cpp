@@ -31,10 +31,35 @@ public:
                                                             UTRANS_FORWARD, status));
         }
         if (m_icu)
-            m_icu->transliterate(text);
+            transliterate(text);
     }
 
 private:
+    /// Piece by piece: the time that a piece takes grows with the square of its length.
+    void transliterate(icu::UnicodeString& text) const
+    {
+        constexpr int32_t pieceLength = 500;
+        icu::UnicodeString done;
+        for (int32_t begin = 0; begin < text.length();) {
+            const int32_t end = endOfPiece(text, std::min(begin + pieceLength, text.length()));
+            icu::UnicodeString piece = text.tempSubStringBetween(begin, end);
+            m_icu->transliterate(piece);
+            done.append(piece);
+            begin = end;
+        }
+        text = done;
+    }
+
+    /// `end`, or behind a blank before it, so that no word is torn apart.
+    static int32_t endOfPiece(const icu::UnicodeString& text, int32_t end)
+    {
+        constexpr int32_t longestWord = 50;
+        if (end == text.length())
+            return end;
+        const int32_t blank = text.lastIndexOf(u' ', end - longestWord, longestWord);
+        return blank >= 0 ? blank + 1 : text.getChar32Start(end);
+    }
+
     const char* m_id;
     std::mutex m_mutex;
     bool m_tried = false;
@@ -104,6 +129,14 @@ std::string toAscii(const std::string& text)
     icu::UnicodeString decoded = decode(text);
     transliterator.apply(decoded);
     return encode(decoded, 0x7F);
+}
+
+std::string cutUtf8(const std::string& text, std::size_t most)
+{
+    std::size_t size = std::min(text.size(), most);
+    while (size < text.size() && size > 0 && (text[size] & 0xC0) == 0x80)
+        --size;
+    return text.substr(0, size);
 }
 
 std::string toUpper(std::string text)

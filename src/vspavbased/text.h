@@ -14,6 +14,9 @@ std::string toUtf8(const std::u16string& text);
 std::string toLatin1(const std::string& text);
 std::string toAscii(const std::string& text);
 
+/// The beginning of `text`, at most `most` bytes, with no letter torn apart.
+std::string cutUtf8(const std::string& text, std::size_t most);
+
 /// `text` with its ASCII letters in upper case, for names that are compared without regard to it.
 std::string toUpper(std::string text);
 

@@ -30,9 +30,11 @@ const char* const rootFolders[] = {"BDMV", "BDAV"};
 const char* const protectionFiles[] = {"AACS/Unit_Key_RO.inf", "AACS/Unit_Key_RW.inf",
                                        "BDSVM/00000.svm"};
 
-/// The earliest and the latest time stamp at which playlists play a stream file.
-struct PlayedTimes
+/// A stream file that is there or that playlists play, with the earliest and the latest time stamp
+/// at which they do.
+struct StreamUse
 {
+    std::string name; ///< of the file; empty when it is not there
     std::uint32_t start = UINT32_MAX;
     std::uint32_t end = 0;
 
@@ -95,12 +97,13 @@ public:
 
 private:
     std::string discName() const;
+    std::vector<std::string> listFiles(const char* folder,
+                                       std::initializer_list<const char*> suffixes) const;
     std::string streamPath(const std::string& name) const { return m_root + "/STREAM/" + name; }
     void readPlaylists();
     void readPlaylist(const std::string& name);
     void readFiles();
-    std::optional<StreamFileDescription> describe(const std::string& name,
-                                                  const PlayedTimes& times);
+    std::optional<StreamFileDescription> describe(const std::string& name, const StreamUse& use);
     void completeSound();
     void makeTitle(const std::string& name, const Playlist& playlist);
 
@@ -113,8 +116,8 @@ private:
 
     std::map<Playlist, std::string> m_playlists; ///< each once, with its name
     std::size_t m_entries = 0;
-    std::map<std::string, PlayedTimes> m_played;    ///< of each stream file, by name
-    std::map<std::string, std::size_t> m_fileIndex; ///< by name
+    std::map<std::string, StreamUse> m_streams;     ///< by clip, as in "00001"
+    std::map<std::string, std::size_t> m_fileIndex; ///< by clip
     std::vector<ClipInformation> m_clips;           ///< sequences of each file; none when unknown
 };
 
@@ -153,11 +156,24 @@ std::string DiscReader::discName() const
     return (std::filesystem::is_directory(path, error) ? path.filename() : path.stem()).string();
 }
 
+/// The files in a folder below the disc's root folder. Those of cameras have names of eight letters
+/// and a suffix of three.
+std::vector<std::string>
+DiscReader::listFiles(const char* folder, std::initializer_list<const char*> suffixes) const
+{
+    std::vector<std::string> names;
+    for (const char* suffix : suffixes) {
+        const auto found = m_files.fileNames(m_root + folder, suffix);
+        names.insert(names.end(), found.begin(), found.end());
+    }
+    return names;
+}
+
 void DiscReader::readPlaylists()
 {
-    std::vector<std::string> names = m_files.fileNames(m_root + "/PLAYLIST", ".mpls");
+    std::vector<std::string> names = listFiles("/PLAYLIST", {".mpls", ".mpl"});
     if (names.empty())
-        names = m_files.fileNames(m_root + "/BACKUP/PLAYLIST", ".mpls");
+        names = listFiles("/BACKUP/PLAYLIST", {".mpls", ".mpl"});
     for (const std::string& name : names) {
         if (m_deadline.expired())
             break;
@@ -178,7 +194,7 @@ void DiscReader::readPlaylist(const std::string& name)
         return;
     }
     for (const PlayItem& item : playlist->items)
-        m_played[item.clip + ".m2ts"].add(item);
+        m_streams[item.clip].add(item);
     if (m_playlists.emplace(std::move(*playlist), name).second)
         m_entries += entries;
 }
@@ -186,27 +202,27 @@ void DiscReader::readPlaylist(const std::string& name)
 /// The files in the folder, and those that playlists name.
 void DiscReader::readFiles()
 {
-    for (const std::string& name : m_files.fileNames(m_root + "/STREAM", ".m2ts"))
-        m_played[name];
+    for (const std::string& name : listFiles("/STREAM", {".m2ts", ".mts"}))
+        m_streams[name.substr(0, name.rfind('.'))].name = name;
     m_streamDeadline.restart(describeLimit);
-    for (const auto& [name, times] : m_played) {
+    for (const auto& [stream, use] : m_streams) {
         DiscStreamFile file;
-        file.name = name;
+        file.name = use.name.empty() ? stream + ".m2ts" : use.name;
         ClipInformation clip;
-        if (auto description = describe(name, times)) {
+        if (auto description = describe(file.name, use)) {
             file.movie = std::move(description->movie);
             clip.sequences = std::move(description->sequences);
         } else {
-            log(m_path + ": nothing is known about stream file " + name);
+            log(m_path + ": nothing is known about stream file " + file.name);
         }
-        m_fileIndex.emplace(name, m_disc->files.size());
+        m_fileIndex.emplace(stream, m_disc->files.size());
         m_disc->files.push_back(std::move(file));
         m_clips.push_back(std::move(clip));
     }
 }
 
 std::optional<StreamFileDescription> DiscReader::describe(const std::string& name,
-                                                          const PlayedTimes& times)
+                                                          const StreamUse& use)
 {
     const std::string path = streamPath(name);
     if (!m_deadline.expired()) {
@@ -217,8 +233,8 @@ std::optional<StreamFileDescription> DiscReader::describe(const std::string& nam
         if (auto description = describeByStream(m_files, path))
             return description;
     }
-    if (times.start < times.end)
-        return describeByTimes(times.start, times.end);
+    if (use.start < use.end)
+        return describeByTimes(use.start, use.end);
     return std::nullopt;
 }
 
@@ -251,7 +267,7 @@ void DiscReader::makeTitle(const std::string& name, const Playlist& playlist)
     std::vector<ItemPlace> places;
     std::int64_t length = 0;
     for (const PlayItem& item : playlist.items) {
-        const std::size_t file = m_fileIndex.at(item.clip + ".m2ts");
+        const std::size_t file = m_fileIndex.at(item.clip);
         const ItemPlace place(item, m_clips[file], length);
         places.push_back(place);
         if (place.playsNothing())

@@ -2,7 +2,7 @@
 #include "bluray/clipinformation.h"
 
 #include "bluray/codings.h"
-#include "disc/bytereader.h"
+#include "bytes/bytereader.h"
 #include "text.h"
 
 #include <algorithm>

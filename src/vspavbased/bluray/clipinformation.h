@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "media/bytesource.h"
+#include "bytes/bytesource.h"
 
 #include <cstdint>
 #include <optional>
@@ -45,8 +45,8 @@ struct ClipInformation
     std::vector<ClockSequence> sequences; ///< at least one, in the order of the file
     std::vector<ClipStream> streams;
 
-    /// Those of the first stream that has any, in the order of the file. Empty when the disc tells
-    /// none, or some that cannot be.
+    /// Those of the first stream in the disc's list, in the order of the file. Empty when the disc
+    /// tells none, or some that cannot be.
     std::vector<EntryPoint> entryPoints;
 
     /// Length of the stream file in ticks: that of all sequences.

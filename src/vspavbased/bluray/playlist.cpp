@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/playlist.h"
 
-#include "disc/bytereader.h"
+#include "bytes/bytereader.h"
 #include "text.h"
 
 #include <algorithm>

@@ -65,7 +65,7 @@ bool isEncrypted(const DiscFiles& files, const std::string& path)
 std::unique_ptr<Demuxer> demuxStream(const DiscFiles& files, const std::string& path,
                                      std::int64_t mostBytes)
 {
-    auto demuxer = isEncrypted(files, path) ? nullptr : files.demux(path);
+    auto demuxer = isEncrypted(files, path) ? nullptr : openStreamFile(files, path);
     if (!demuxer || !isTransportStream(*demuxer->context()))
         return nullptr;
     demuxer->context()->probesize = mostBytes;
@@ -92,12 +92,22 @@ std::int64_t startTicks(const AVFormatContext& context)
 
 } // namespace
 
+std::unique_ptr<Demuxer> openStreamFile(const DiscFiles& files, const std::string& path)
+{
+    ByteSourcePtr file = files.openFile(path);
+    return file ? Demuxer::openBytes(std::move(file), files.nameOf(path)) : nullptr;
+}
+
 std::optional<ClipInformation> findClipInformation(const DiscFiles& files, const std::string& path)
 {
     const std::filesystem::path stream(path);
     const std::string root = stream.parent_path().parent_path().string();
-    const std::string name = "CLIPINF/" + stream.stem().string() + ".clpi";
-    return parseNavigationFile(files, root, name, parseClipInformation);
+    const std::string name = "CLIPINF/" + stream.stem().string();
+    for (const char* suffix : {".clpi", ".CPI", ".cpi", ".CLPI"}) {
+        if (auto clip = parseNavigationFile(files, root, name + suffix, parseClipInformation))
+            return clip;
+    }
+    return std::nullopt;
 }
 
 StreamFileDescription describeByClipInformation(const ClipInformation& clip)

@@ -4,8 +4,10 @@
 #include "bluray/clipinformation.h"
 #include "disc/discfiles.h"
 #include "libav.h"
+#include "media/demuxer.h"
 #include "moviefacts.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -19,6 +21,10 @@ constexpr AVRational blurayTickBase = {1, static_cast<int>(blurayTicksPerSecond)
 constexpr int streamPacketSize = 192;
 constexpr int streamPacketHeader = 4;
 
+/// The stream file at `path`, as in "BDMV/STREAM/00001.m2ts". Null, with the reason in the log,
+/// when it cannot be opened.
+std::unique_ptr<Demuxer> openStreamFile(const DiscFiles& files, const std::string& path);
+
 /// What is known about a stream file.
 struct StreamFileDescription
 {
@@ -26,7 +32,7 @@ struct StreamFileDescription
     std::vector<ClockSequence> sequences; ///< at least one
 };
 
-/// What the disc tells about the stream file at `path`, as in "BDMV/STREAM/00001.m2ts".
+/// What the disc tells about the stream file at `path`.
 std::optional<ClipInformation> findClipInformation(const DiscFiles& files, const std::string& path);
 
 /// From the disc's clip information, which tells all without a look into the stream file.

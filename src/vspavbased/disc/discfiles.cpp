@@ -62,15 +62,9 @@ std::vector<std::string> DiscFiles::fileNames(const std::string& folder,
 std::optional<Bytes> DiscFiles::read(const std::string& path) const
 {
     // Far above what the tables of the longest films have.
-    constexpr std::size_t largestTables = std::size_t{8} * 1024 * 1024;
+    constexpr std::size_t largestTables = std::size_t{64} * 1024 * 1024;
     const ByteSourcePtr file = openFile(path);
     return file ? std::optional(readBeginning(*file, largestTables)) : std::nullopt;
-}
-
-std::unique_ptr<Demuxer> DiscFiles::demux(const std::string& path) const
-{
-    ByteSourcePtr file = openFile(path);
-    return file ? Demuxer::openBytes(std::move(file), m_path + "/" + path) : nullptr;
 }
 
 } // namespace engine

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "media/bytesource.h"
-#include "media/demuxer.h"
+#include "bytes/bytesource.h"
 
 #include <memory>
 #include <optional>
@@ -56,8 +55,8 @@ public:
     /// there is none.
     std::optional<Bytes> read(const std::string& path) const;
 
-    /// A demuxer of a file; null, with the reason in the log, when there is none.
-    std::unique_ptr<Demuxer> demux(const std::string& path) const;
+    /// What the log calls the file at `path`.
+    std::string nameOf(const std::string& path) const { return m_path + "/" + path; }
 
 protected:
     struct Entry

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "disc/discfolder.h"
 
-#include "disc/plainfile.h"
+#include "bytes/plainfile.h"
 #include "log.h"
 
 #include <filesystem>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "disc/discimage.h"
 
+#include "bytes/plainfile.h"
 #include "disc/isovolume.h"
-#include "disc/plainfile.h"
 #include "disc/udfvolume.h"
 
 #include <algorithm>
@@ -16,8 +16,10 @@ std::unique_ptr<DiscImage> DiscImage::open(const std::string& path)
         return nullptr;
     // Images for players have both file systems, and only UDF tells all: long names, large files.
     std::unique_ptr<Volume> volume = UdfVolume::open(file, path);
-    if (!volume)
-        volume = IsoVolume::open(file);
+    if (!volume || volume->readFolder(volume->root(), 1).empty()) {
+        if (auto other = IsoVolume::open(file))
+            volume = std::move(other);
+    }
     return volume ? std::unique_ptr<DiscImage>(new DiscImage(path, std::move(volume))) : nullptr;
 }
 

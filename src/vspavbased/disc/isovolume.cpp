@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "disc/isovolume.h"
 
-#include "disc/joinedbytes.h"
+#include "bytes/joinedbytes.h"
 #include "disc/sector.h"
 #include "text.h"
 
@@ -29,11 +29,6 @@ std::string withoutPadding(const std::string& text)
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-std::string textOf(const ByteView& bytes)
-{
-    return std::string(bytes.data(), bytes.data() + bytes.size());
-}
-
 } // namespace
 
 /// One line of a folder: a file, a folder, or a stretch of a file that has several.
@@ -45,7 +40,7 @@ struct IsoVolume::Record
         , length(bytes.le32(10))
         , isFolder(bytes.u8(25) & 2)
         , hasMore(bytes.u8(25) & 0x80)
-        , identifier(textOf(bytes.part(33, bytes.u8(32))))
+        , identifier(bytes.part(33, bytes.u8(32)).text())
     {}
 
     std::size_t size;
@@ -65,7 +60,7 @@ std::unique_ptr<IsoVolume> IsoVolume::open(ByteSourcePtr image)
     if (descriptor.u8(0) != primary || !descriptor.from(1).beginsWith("CD001") ||
         descriptor.le16(128) != sectorSize)
         return nullptr;
-    const std::string name = withoutPadding(toUtf8(textOf(descriptor.part(40, 32))));
+    const std::string name = withoutPadding(toUtf8(descriptor.part(40, 32).text()));
     return std::unique_ptr<IsoVolume>(
         new IsoVolume(std::move(image), name, {descriptorsAt + rootInDescriptor, true}));
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "disc/udftree.h"
 
-#include "disc/joinedbytes.h"
+#include "bytes/joinedbytes.h"
 #include "disc/sector.h"
 #include "disc/udfdescriptor.h"
 

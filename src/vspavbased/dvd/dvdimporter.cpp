@@ -57,7 +57,7 @@ const AVBased::AVImporterDescriptor* DvdImporter::descriptor()
 
 void* DvdImporter::queryExtension(const char* name)
 {
-    if (std::strcmp(name, "IDVDInfo") == 0)
+    if (name && std::strcmp(name, "IDVDInfo") == 0)
         return static_cast<AVBased::IDVDInfo*>(this);
     return nullptr;
 }

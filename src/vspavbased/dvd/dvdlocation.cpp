@@ -47,11 +47,6 @@ DvdLocation locateIfo(const fs::path& file)
     return location;
 }
 
-bool isImageSuffix(const std::string& suffix)
-{
-    return suffix == ".ISO" || suffix == ".IMG" || suffix == ".UDF";
-}
-
 } // namespace
 
 std::optional<DvdLocation> locateDvd(const std::string& path)
@@ -73,7 +68,7 @@ std::optional<DvdLocation> locateDvd(const std::string& path)
     const std::string suffix = toUpper(item.extension().string());
     if (suffix == ".IFO")
         return locateIfo(item);
-    if (hasSeparator || isImageSuffix(suffix)) {
+    if (hasSeparator || suffix == ".ISO") {
         DvdLocation location;
         location.kind = DvdLocation::Kind::image;
         location.path = item.string();

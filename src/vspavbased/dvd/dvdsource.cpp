@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/dvdsource.h"
 
-#include "disc/joinedbytes.h"
+#include "bytes/joinedbytes.h"
 #include "disc/sector.h"
 #include "log.h"
 

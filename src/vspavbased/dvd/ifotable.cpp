@@ -39,14 +39,16 @@ std::optional<IfoTable> findTable(const ByteView& ifo, const TableFormat& format
         findings.add("no " + name);
         return std::nullopt;
     }
-    const std::size_t claimedSize = std::size_t{table.rest.u32(format.headerSize - 4)} + 1;
+    const std::size_t claimedCount = format.hasCount ? table.rest.u16(0) : 0;
+    std::size_t claimedSize = std::size_t{table.rest.u32(format.headerSize - 4)} + 1;
+    if (claimedSize == 1 && format.hasCount) // some discs leave it open
+        claimedSize = format.headerSize + format.entrySize * claimedCount;
     if (!table.rest.holds(0, claimedSize))
         findings.add("the " + name + " is cut off");
     table.bytes = table.rest.part(0, std::max(claimedSize, format.headerSize));
 
     table.entryCount = (table.bytes.size() - format.headerSize) / format.entrySize;
     if (format.hasCount) {
-        const std::size_t claimedCount = table.bytes.u16(0);
         if (claimedCount > table.entryCount)
             findings.add("the " + name + " has no room for its entries");
         table.entryCount = std::min(table.entryCount, claimedCount);

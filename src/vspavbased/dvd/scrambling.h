@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "disc/byteview.h"
+#include "bytes/byteview.h"
 
 namespace engine {
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "dvd/titleset.h"
 
+#include "dvd/videomanager.h"
+
 #include <algorithm>
 #include <map>
 
@@ -14,7 +16,6 @@ constexpr TableFormat cellAddressTable{"cell address table", 0xE0, 8, 12, false}
 constexpr TableFormat vobuTable{"VOBU address map", 0xE4, 4, 4, false};
 
 /// More than discs may have; tables may claim more by naming the same bytes again and again.
-constexpr std::size_t mostTitles = 99;
 constexpr std::size_t mostChapters = 999;
 constexpr std::size_t mostCells = 5000;
 
@@ -38,7 +39,7 @@ private:
 
     ByteView chapterEntries(std::size_t index);
     std::optional<ProgramChain> parseChain(std::size_t number);
-    ProgramStarts append(const ProgramChain& chain, Title& title);
+    ProgramStarts append(const ProgramChain& chain, std::size_t firstProgram, Title& title);
 
     ByteView m_ifo;
     const VideoAttributes& m_video;
@@ -60,7 +61,9 @@ Title TitleParser::parse(std::size_t index)
         auto known = startsOfChains.find(chainNumber);
         if (known == startsOfChains.end()) {
             const auto chain = parseChain(chainNumber);
-            const ProgramStarts starts = chain ? append(*chain, title) : ProgramStarts();
+            // Only the title itself can begin in the middle of a chain: that leads to the next.
+            const std::size_t first = title.cells.empty() ? program : 1;
+            const ProgramStarts starts = chain ? append(*chain, first, title) : ProgramStarts();
             known = startsOfChains.emplace(chainNumber, starts).first;
         }
         const ProgramStarts& starts = known->second;
@@ -98,8 +101,10 @@ std::optional<ProgramChain> TitleParser::parseChain(std::size_t number)
     return parseProgramChain(m_chains.rest.from(offset), m_video.isNtsc, m_findings);
 }
 
-/// Lets the title go on with `chain`: where in the title each of the chain's programs begins.
-TitleParser::ProgramStarts TitleParser::append(const ProgramChain& chain, Title& title)
+/// Lets the title go on with `chain`, from a program of it on: where in the title each of the
+/// chain's programs begins. Nothing for those before.
+TitleParser::ProgramStarts TitleParser::append(const ProgramChain& chain, std::size_t firstProgram,
+                                               Title& title)
 {
     if (title.cells.size() + chain.cells.size() > mostCells) {
         m_findings.add("a title of too many cells");
@@ -109,10 +114,13 @@ TitleParser::ProgramStarts TitleParser::append(const ProgramChain& chain, Title&
         title.audio = parseAudioTracks(m_ifo, chain, m_findings);
         title.subpictures = parseSubpictureTracks(m_ifo, chain, m_video.isWide(), m_findings);
     }
-    std::vector<Ticks> cellStarts;
+    const bool isProgram = firstProgram >= 1 && firstProgram <= chain.programs.size();
+    const int firstCell = isProgram ? chain.programs[firstProgram - 1] : 1;
+    std::vector<std::optional<Ticks>> cellStarts;
     for (const Cell& cell : chain.cells) {
-        cellStarts.push_back(title.duration);
-        if (cell.isOtherAngle)
+        const bool isBefore = static_cast<int>(cellStarts.size()) + 1 < firstCell;
+        cellStarts.push_back(isBefore ? std::nullopt : std::optional(title.duration));
+        if (isBefore || cell.isOtherAngle)
             continue;
         title.cells.push_back(cell);
         title.duration += cell.duration;
@@ -120,8 +128,7 @@ TitleParser::ProgramStarts TitleParser::append(const ProgramChain& chain, Title&
     ProgramStarts starts;
     for (const int cell : chain.programs) {
         const auto index = static_cast<std::size_t>(cell - 1);
-        starts.push_back(index < cellStarts.size() ? std::optional(cellStarts[index])
-                                                   : std::nullopt);
+        starts.push_back(index < cellStarts.size() ? cellStarts[index] : std::nullopt);
     }
     return starts;
 }

@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::size_t titleSetCount = 0x3E; ///< offset
 constexpr TableFormat titleTable{"title table", 0xC4, 8, 12, true};
-constexpr std::size_t mostTitles = 99;
 
 } // namespace
 
@@ -32,6 +31,10 @@ std::optional<VideoManager> parseVideoManager(const ByteView& ifo, IfoFindings& 
             findings.add("a title of a title set that no disc has");
         else
             manager.titles.push_back(title);
+    }
+    if (manager.titles.empty()) {
+        findings.add("no titles");
+        return std::nullopt;
     }
     return manager;
 }

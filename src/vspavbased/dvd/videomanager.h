@@ -8,6 +8,7 @@
 namespace engine {
 
 constexpr int mostTitleSets = 99;
+constexpr std::size_t mostTitles = 99;
 
 /// Where a title of the disc is to be found.
 struct TitleReference

@@ -13,13 +13,28 @@ namespace {
 /// A multiple of the units in which discs are read: 2048 bytes of a DVD, 6144 of a Blu-ray disc.
 constexpr int ioBufferSize = 6 * 6144;
 
-/// What one piece of work may read. Only files that hold nothing make a demuxer look so far.
-constexpr std::int64_t mostBytes = 512LL * 1024 * 1024;
+constexpr std::int64_t megabyte = 1024 * 1024;
+
+/// What one piece of work may read. Only files that hold nothing make a demuxer look so far, which
+/// may keep all of it.
+constexpr std::int64_t mostBytes = 512 * megabyte;
+
+/// What opening may read: of files of tens of thousands of fragments it is one buffer each.
+constexpr std::int64_t mostBytesToOpen = 2048 * megabyte;
+
+/// What may be read to find streams in a format that is hardly more than a guess.
+constexpr std::int64_t mostBytesOfGuess = 16 * megabyte;
+
+void logFailure(const std::string& name, const Demuxer& demuxer, int error)
+{
+    log(name + ": " + (demuxer.gaveUp() ? "given up, it took too long" : errorText(error)));
+}
 
 } // namespace
 
 Demuxer::Demuxer()
     : m_deadline(describeLimit)
+    , m_mostBytesRead(mostBytesToOpen)
     , m_context(avformat_alloc_context())
 {
     if (!m_context)
@@ -41,7 +56,7 @@ std::unique_ptr<Demuxer> Demuxer::openFile(const std::string& path, const AVInpu
     const int result = demuxer->open("file:" + path, format);
     if (result >= 0)
         return demuxer;
-    log(path + ": " + errorText(result));
+    logFailure(path, *demuxer, result);
     return nullptr;
 }
 
@@ -53,7 +68,7 @@ std::unique_ptr<Demuxer> Demuxer::openBytes(ByteSourcePtr bytes, const std::stri
         demuxer->attachBytes(std::move(bytes)) ? demuxer->open(name, format) : AVERROR(ENOMEM);
     if (result >= 0)
         return demuxer;
-    log(name + ": " + errorText(result));
+    logFailure(name, *demuxer, result);
     return nullptr;
 }
 
@@ -88,6 +103,7 @@ bool Demuxer::attachBytes(ByteSourcePtr bytes)
 
 bool Demuxer::findStreamInfo()
 {
+    allowBytes(m_context->probe_score > AVPROBE_SCORE_RETRY ? mostBytes : mostBytesOfGuess);
     // It reports no error when it was interrupted.
     return avformat_find_stream_info(m_context.get(), nullptr) >= 0 && !m_deadline.givenUp();
 }
@@ -95,12 +111,12 @@ bool Demuxer::findStreamInfo()
 void Demuxer::allow(std::chrono::milliseconds limit)
 {
     m_deadline.restart(limit);
-    m_bytesBefore = bytesRead();
+    allowBytes(mostBytes);
 }
 
 bool Demuxer::isExhausted()
 {
-    if (bytesRead() - m_bytesBefore > mostBytes)
+    if (bytesRead() > m_mostBytesRead)
         m_deadline.giveUp();
     return m_deadline.expired();
 }
@@ -108,6 +124,11 @@ bool Demuxer::isExhausted()
 std::int64_t Demuxer::bytesRead() const
 {
     return m_context && m_context->pb ? m_context->pb->bytes_read : 0;
+}
+
+void Demuxer::allowBytes(std::int64_t most)
+{
+    m_mostBytesRead = bytesRead() + most;
 }
 
 int Demuxer::interrupt(void* demuxer)

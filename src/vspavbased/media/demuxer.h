@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "bytes/bytesource.h"
 #include "deadline.h"
 #include "libav.h"
-#include "media/bytesource.h"
 
 #include <memory>
 #include <string>
@@ -48,6 +48,7 @@ private:
 
     int open(const std::string& url, const AVInputFormat* format);
     std::int64_t bytesRead() const;
+    void allowBytes(std::int64_t most);
     bool attachBytes(ByteSourcePtr bytes);
     static int interrupt(void* demuxer);
     static int readBytes(void* demuxer, std::uint8_t* buffer, int size);
@@ -60,7 +61,7 @@ private:
 
     // Closing the context may still read and ask the deadline, so it goes first.
     Deadline m_deadline;
-    std::int64_t m_bytesBefore = 0; ///< read by earlier pieces of work
+    std::int64_t m_mostBytesRead; ///< by this piece of work and those before
     ByteSourcePtr m_bytes;
     std::uint64_t m_position = 0; ///< of the next read from m_bytes
     std::unique_ptr<AVIOContext, FreeIo> m_io;

@@ -96,7 +96,10 @@ void FrameReader::restart(bool fromKeyframe)
 bool FrameReader::sendNextPacket()
 {
     while (!m_demuxer->isExhausted()) {
-        if (av_read_frame(m_demuxer->context(), m_packet.get()) < 0) {
+        const int result = av_read_frame(m_demuxer->context(), m_packet.get());
+        if (result == AVERROR(EAGAIN))
+            continue;
+        if (result < 0) {
             m_drained = true;
             m_decoder->send(nullptr);
             return true;

@@ -63,7 +63,7 @@ Opening MediaImporter::open(const std::string& path)
         return Opening::notMine();
     }
     if (!demuxer->findStreamInfo() || !isMedia(*demuxer->context())) {
-        log(path + ": no usable stream");
+        log(path + (demuxer->gaveUp() ? ": given up, it took too long" : ": no usable stream"));
         return Opening::notMine();
     }
     return Opening::opened(new MediaImporter(path, *demuxer->context()));
@@ -86,7 +86,7 @@ const AVBased::AVImporterDescriptor* MediaImporter::descriptor()
 
 void* MediaImporter::queryExtension(const char* name)
 {
-    if (std::strcmp(name, "IMovieInfoExt") == 0)
+    if (name && std::strcmp(name, "IMovieInfoExt") == 0)
         return static_cast<AVBased::IMovieInfoExt*>(this);
     return nullptr;
 }
@@ -125,7 +125,7 @@ void MediaImporter::release()
 
 const char* MediaImporter::value(const char* key)
 {
-    if (std::strcmp(key, "is_drm_encryption") != 0)
+    if (!key || std::strcmp(key, "is_drm_encryption") != 0)
         return nullptr;
     return m_isProtected ? "1" : "0";
 }

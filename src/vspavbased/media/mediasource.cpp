@@ -2,7 +2,6 @@
 #include "media/mediasource.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace engine {
 
@@ -13,9 +12,11 @@ const AVIndexEntry* keyframeEntry(AVStream& stream, std::int64_t timestamp, int 
     return avformat_index_get_entry_from_timestamp(&stream, timestamp, flags);
 }
 
+/// Time stamps of hostile files are as far apart as numbers can be.
 std::int64_t distance(const AVIndexEntry& entry, std::int64_t timestamp)
 {
-    return std::llabs(entry.timestamp - timestamp);
+    return std::max(av_sat_sub64(entry.timestamp, timestamp),
+                    av_sat_sub64(timestamp, entry.timestamp));
 }
 
 } // namespace
@@ -109,7 +110,8 @@ bool MediaSource::goFurtherBack()
 
 std::int64_t MediaSource::timestampOf(std::int64_t positionUs) const
 {
-    return av_rescale_q(m_span.start + positionUs, AV_TIME_BASE_Q, m_reader->stream().time_base);
+    return av_rescale_q(av_sat_add64(m_span.start, positionUs), AV_TIME_BASE_Q,
+                        m_reader->stream().time_base);
 }
 
 std::int64_t MediaSource::positionMsOf(const AVFrame& picture) const
@@ -118,7 +120,7 @@ std::int64_t MediaSource::positionMsOf(const AVFrame& picture) const
         return -1;
     const std::int64_t us =
         av_rescale_q(picture.best_effort_timestamp, m_reader->stream().time_base, AV_TIME_BASE_Q);
-    return std::max<std::int64_t>((us - m_span.start) / 1000, 0);
+    return std::max<std::int64_t>(av_sat_sub64(us, m_span.start) / 1000, 0);
 }
 
 } // namespace engine

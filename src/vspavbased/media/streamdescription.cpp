@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/streamdescription.h"
 
+#include "text.h"
+
 #include <algorithm>
 #include <climits>
 #include <cstring>
@@ -9,10 +11,19 @@ namespace engine {
 
 namespace {
 
+/// Far more than people write into a file; some have whole pictures in their tags.
+constexpr std::size_t longestText = 64 * 1024;
+constexpr std::size_t mostTags = 1000;
+
+std::string textOf(const char* text)
+{
+    return cutUtf8(text, longestText);
+}
+
 std::string tagValue(const AVDictionary* metadata, const char* key)
 {
     const AVDictionaryEntry* entry = av_dict_get(metadata, key, nullptr, 0);
-    return entry ? entry->value : "";
+    return entry ? textOf(entry->value) : std::string();
 }
 
 int kindOf(const AVStream& stream)
@@ -49,13 +60,6 @@ Ratio frameRateOf(AVFormatContext& context, AVStream& stream)
 {
     const Ratio average = toRatio(stream.avg_frame_rate);
     return average.isKnown() ? average : toRatio(av_guess_frame_rate(&context, &stream, nullptr));
-}
-
-/// Shape of a pixel; square when the file does not say.
-AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream)
-{
-    const AVRational aspect = av_guess_sample_aspect_ratio(&context, &stream, nullptr);
-    return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
 }
 
 Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
@@ -110,12 +114,16 @@ void describeSound(const AVCodecParameters& parameters, StreamFacts& facts)
         facts.channelLayout = parameters.ch_layout.u.mask;
 }
 
-/// The file's tags; some containers keep them with their one stream.
+/// The file's tags. Ogg keeps them with its streams.
 const AVDictionary* tagsOf(const AVFormatContext& context)
 {
-    if (av_dict_count(context.metadata) > 0 || context.nb_streams == 0)
+    if (std::strcmp(context.iformat->name, "ogg") != 0)
         return context.metadata;
-    return context.streams[0]->metadata;
+    const auto end = context.streams + context.nb_streams;
+    const auto tagged = std::find_if(context.streams, end, [](const AVStream* stream) {
+        return av_dict_count(stream->metadata) > 0;
+    });
+    return tagged == end ? context.metadata : (*tagged)->metadata;
 }
 
 } // namespace
@@ -129,6 +137,12 @@ bool isMovingPicture(const AVStream& stream)
 bool isTransportStream(const AVFormatContext& context)
 {
     return std::strcmp(context.iformat->name, "mpegts") == 0;
+}
+
+AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream, AVFrame* frame)
+{
+    const AVRational aspect = av_guess_sample_aspect_ratio(&context, &stream, frame);
+    return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
 }
 
 StreamFacts describeStream(AVFormatContext& context, AVStream& stream)
@@ -157,8 +171,9 @@ MovieFacts describeMovie(AVFormatContext& context)
     for (unsigned i = 0; i < context.nb_streams; ++i)
         facts.streams.push_back(describeStream(context, *context.streams[i]));
     const AVDictionaryEntry* tag = nullptr;
-    while ((tag = av_dict_get(tagsOf(context), "", tag, AV_DICT_IGNORE_SUFFIX)))
-        facts.tags.emplace_back(tag->key, tag->value);
+    while (facts.tags.size() < mostTags &&
+           (tag = av_dict_get(tagsOf(context), "", tag, AV_DICT_IGNORE_SUFFIX)))
+        facts.tags.emplace_back(textOf(tag->key), textOf(tag->value));
     facts.name = tagValue(tagsOf(context), "title");
     return facts;
 }

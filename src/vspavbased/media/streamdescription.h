@@ -20,6 +20,9 @@ struct VideoTrack
     Orientation orientation;
 };
 
+/// Shape of a pixel, width to height; square when neither the file nor the frame says it.
+AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream, AVFrame* frame = nullptr);
+
 /// One stream of an open file, as libav knows it after findStreamInfo().
 StreamFacts describeStream(AVFormatContext& context, AVStream& stream);
 

@@ -13,8 +13,6 @@ struct Orientation
     bool reverseX = false;
     bool reverseY = false;
 
-    bool isUpright() const { return !transpose && !reverseX && !reverseY; }
-
     /// From a stream's display matrix of nine numbers, or null. Angles between quarter turns become
     /// the nearest one.
     static Orientation fromDisplayMatrix(const std::int32_t* matrix);

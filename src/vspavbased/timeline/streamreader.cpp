@@ -52,7 +52,7 @@ std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::i
 {
     const auto location = DiscFiles::split(path);
     const auto files = location ? DiscFiles::open(location->disc) : nullptr;
-    auto demuxer = files ? files->demux(location->file) : nullptr;
+    auto demuxer = files ? openStreamFile(*files, location->file) : nullptr;
     if (demuxer)
         demuxer->context()->probesize = enoughForVideo;
     if (!demuxer || !demuxer->findStreamInfo()) {
@@ -68,11 +68,14 @@ std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::i
     auto clip = findClipInformation(*files, location->file);
     if (!clip)
         clip = clipOf(reader->stream());
-    return std::unique_ptr<StreamReader>(new StreamReader(std::move(reader), std::move(*clip)));
+    return std::unique_ptr<StreamReader>(
+        new StreamReader(std::move(reader), track->orientation, std::move(*clip)));
 }
 
-StreamReader::StreamReader(std::unique_ptr<FrameReader> reader, ClipInformation clip)
+StreamReader::StreamReader(std::unique_ptr<FrameReader> reader, const Orientation& orientation,
+                           ClipInformation clip)
     : m_reader(std::move(reader))
+    , m_orientation(orientation)
     , m_clip(std::move(clip))
 {
     for (const EntryPoint& point : m_clip.entryPoints) {
@@ -106,6 +109,13 @@ FramePtr StreamReader::next()
     return frame;
 }
 
+AVBased::IAVFrame StreamReader::shownAs(FramePtr frame) const
+{
+    AVFormatContext& context = *m_reader->demuxer().context();
+    const AVRational pixel = pixelAspectOf(context, m_reader->stream(), frame.get());
+    return {std::move(frame), m_orientation, pixel};
+}
+
 std::optional<std::int64_t> StreamReader::positionOf(const AVFrame& frame) const
 {
     if (frame.best_effort_timestamp == AV_NOPTS_VALUE)
@@ -113,7 +123,7 @@ std::optional<std::int64_t> StreamReader::positionOf(const AVFrame& frame) const
     const std::size_t sequence = sequenceAtByte(frame.pkt_pos);
     const std::int64_t time =
         av_rescale_q(frame.best_effort_timestamp, m_reader->stream().time_base, blurayTickBase);
-    return m_clip.offsetOf(sequence) + time - m_clip.sequences[sequence].start;
+    return m_clip.offsetOf(sequence) + av_sat_sub64(time, m_clip.sequences[sequence].start);
 }
 
 /// From the entry before the position, or further back where its first picture is shown later.

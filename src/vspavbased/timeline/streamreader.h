@@ -3,6 +3,7 @@
 
 #include "bluray/clipinformation.h"
 #include "media/framereader.h"
+#include "picture/frame.h"
 
 #include <cstdint>
 #include <deque>
@@ -34,6 +35,9 @@ public:
     /// The next frame in the order of showing; null at the end.
     FramePtr next();
 
+    /// A frame with what the file says of how it is shown.
+    AVBased::IAVFrame shownAs(FramePtr frame) const;
+
     /// Where a frame is shown; nothing when the file does not say.
     std::optional<std::int64_t> positionOf(const AVFrame& frame) const;
 
@@ -55,7 +59,8 @@ private:
         failed   ///< what the map says is not so
     };
 
-    StreamReader(std::unique_ptr<FrameReader> reader, ClipInformation clip);
+    StreamReader(std::unique_ptr<FrameReader> reader, const Orientation& orientation,
+                 ClipInformation clip);
 
     Search searchFromEntries(std::int64_t position);
     bool searchByTimeStamps(std::int64_t position);
@@ -67,6 +72,7 @@ private:
     std::size_t sequenceAtByte(std::int64_t byte) const;
 
     std::unique_ptr<FrameReader> m_reader;
+    Orientation m_orientation;
     ClipInformation m_clip;
     std::vector<Entry> m_entries;
     std::deque<FramePtr> m_ready; ///< frames that a seek has read already

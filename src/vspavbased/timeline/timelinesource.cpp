@@ -12,12 +12,6 @@ constexpr int framesOfPicture = 4;
 
 constexpr std::int64_t ticksPerMs = blurayTicksPerSecond / 1000;
 
-AVRational pixelAspectOf(const AVFrame& frame)
-{
-    const AVRational aspect = frame.sample_aspect_ratio;
-    return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
-}
-
 } // namespace
 
 TimelineSource::TimelineSource(std::shared_ptr<const Timeline> timeline)
@@ -69,8 +63,7 @@ bool TimelineSource::readFromItem()
         return false;
     }
     m_frameMs = m_starts[index] + inItemMs;
-    m_frame.pixelAspect = pixelAspectOf(*picture);
-    m_frame.picture = std::move(picture);
+    m_frame = m_reader->shownAs(std::move(picture));
     return true;
 }
 

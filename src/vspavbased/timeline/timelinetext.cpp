@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <locale>
 #include <optional>
 #include <sstream>
 
@@ -133,6 +134,7 @@ int parseTimeline(std::istream& file, Timeline& timeline)
 std::string timelineText(const Timeline& timeline)
 {
     std::ostringstream text;
+    text.imbue(std::locale::classic()); // others group digits
     text << timelineFirstLine << '\n';
     for (const TimelineItem& item : timeline.items) {
         text << "\nsource\n  file " << escaped(item.path) << '\n';

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "media/bytesource.h"
+#include "bytes/bytesource.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 
 namespace engine {
@@ -43,6 +44,8 @@ public:
         return {m_data + offset, std::min(length, m_size - offset)};
     }
     ByteView from(std::size_t offset) const { return part(offset, m_size); }
+
+    std::string text() const { return std::string(m_data, m_data + m_size); }
 
     std::uint8_t u8(std::size_t offset) const
     {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "media/bytesource.h"
+#include "bytes/bytesource.h"
 
 #include <string>
 

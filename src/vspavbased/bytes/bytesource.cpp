@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "media/bytesource.h"
+#include "bytes/bytesource.h"
 
 #include <algorithm>
 

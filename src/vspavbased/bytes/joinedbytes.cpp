@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "disc/joinedbytes.h"
+#include "bytes/joinedbytes.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "disc/plainfile.h"
+#include "bytes/plainfile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "disc/byteview.h"
-
-#include <string>
+#include "bytes/byteview.h"
 
 namespace engine {
 
@@ -21,11 +19,7 @@ public:
     std::uint16_t u16() { return take(2).u16(0); }
     std::uint32_t u32() { return take(4).u32(0); }
 
-    std::string text(std::size_t length)
-    {
-        const ByteView bytes = take(length);
-        return std::string(bytes.data(), bytes.data() + bytes.size());
-    }
+    std::string text(std::size_t length) { return take(length).text(); }
 
     void skip(std::size_t count) { take(count); }
 
