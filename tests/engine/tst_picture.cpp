@@ -81,6 +81,12 @@ private Q_SLOTS:
         expectFitted("bt709.mp4", wide, all, "rgbw");
     }
 
+    void darkOfFullRangeIsNotBlack()
+    {
+        const QImage picture = firstPicture("media/dark-full-range.avi", QSize(320, 180));
+        QVERIFY(qAbs(qGray(picture.pixel(160, 90)) - 0x18) < 6);
+    }
+
     void transparentPixelsAreBlack()
     {
         const QImage picture = firstPicture("media/transparent.mov", QSize(320, 180));
