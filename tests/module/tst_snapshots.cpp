@@ -243,6 +243,17 @@ private Q_SLOTS:
         }
     }
 
+    void aDvdWithoutANameIsCalledAfterItsFolder()
+    {
+        const ImportFolder folder;
+        FakeItem item;
+        item.isDvd = true;
+        item.sets = {{1, {FakeTitle()}}};
+        item.movies = {videoMovie()};
+        snap(probeDvd(item, "/a/My.Disc/"));
+        QCOMPARE(folder.pictureNames(), QStringList("My/-title-1-chapter-1.jpg"));
+    }
+
     void blurayTimeline()
     {
         const ImportFolder folder;
