@@ -132,7 +132,10 @@ Ticks DvdSource::pictureDuration() const
 /// none, the search begins again, earlier and earlier.
 DvdSource::TimedPicture DvdSource::findWanted()
 {
-    std::size_t vobu = m_clock.vobuAt(m_wantedMs * ticksPerMillisecond);
+    const auto shown = m_clock.vobuAt(m_wantedMs * ticksPerMillisecond);
+    if (!shown)
+        return {};
+    std::size_t vobu = *shown;
     for (std::size_t step = 1;; step *= 2) {
         TimedPicture found = goTo(vobu) ? decodeUpToWanted() : TimedPicture();
         if (found.picture)

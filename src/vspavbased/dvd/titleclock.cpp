@@ -24,20 +24,29 @@ TitleClock::TitleClock(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr 
     , m_firstStamps(m_layout->cells().size())
 {}
 
-/// What cannot be read is taken for too late: decoding then begins further ahead.
-std::size_t TitleClock::vobuAt(Ticks time)
+/// The VOBU that begins before, while the next begins later or the cell is over. What cannot be
+/// read is taken for too late, and so for the place from which on the files are damaged.
+std::optional<std::size_t> TitleClock::vobuAt(Ticks time)
 {
     const std::size_t cellIndex = m_layout->cellAt(time);
     const TitleLayout::PlacedCell& cell = m_layout->cells()[cellIndex];
+    if (cell.vobuCount == 0 || !firstStampOf(cellIndex))
+        return std::nullopt;
     std::size_t found = cell.firstVobu;
     std::size_t end = cell.firstVobu + cell.vobuCount;
+    bool endIsDamaged = cell.isCut;
     while (end - found > 1) {
         const std::size_t middle = found + (end - found) / 2;
         const auto stamp = readStamp(middle);
         const auto start = stamp ? timeInCell(cellIndex, *stamp) : std::nullopt;
-        (start && *start <= time ? found : end) = middle;
+        if (start && *start <= time) {
+            found = middle;
+        } else {
+            end = middle;
+            endIsDamaged = !start;
+        }
     }
-    return found;
+    return endIsDamaged ? std::nullopt : std::optional(found);
 }
 
 std::optional<Ticks> TitleClock::timeOf(std::uint64_t titleSector, std::int64_t stamp)

@@ -23,8 +23,9 @@ public:
     /// `title` holds the title's sectors in the order of playing.
     TitleClock(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr title);
 
-    /// Index of the last VOBU that begins by `time`, or of the first. Requires that there is one.
-    std::size_t vobuAt(Ticks time);
+    /// Index of the VOBU that is shown at `time`. Nothing where the files end before, or what they
+    /// hold is none. Requires that there is a VOBU.
+    std::optional<std::size_t> vobuAt(Ticks time);
 
     /// When a picture is shown that begins in `titleSector` and bears the stamp `stamp`. Nothing
     /// when the disc does not tell.

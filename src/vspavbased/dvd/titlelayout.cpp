@@ -20,7 +20,7 @@ TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t 
 {
     Ticks start = 0;
     for (const Cell& cell : title.cells) {
-        m_cells.push_back({start, m_vobus.size(), 0});
+        m_cells.push_back({start, m_vobus.size(), 0, false});
         if (m_vobus.size() < mostVobus && m_pieces.size() < mostPieces)
             placeCell(set, cell, sectorCount);
         else
@@ -47,6 +47,7 @@ void TitleLayout::placePiece(const TitleSet& set, const CellAddress& address,
 {
     const std::uint64_t first = address.firstSector;
     const std::uint64_t last = std::min<std::uint64_t>(address.lastSector, sectorCount - 1);
+    m_cells.back().isCut = m_cells.back().isCut || last < address.lastSector;
     if (first >= sectorCount || last < first)
         return;
     const std::size_t cell = m_cells.size() - 1;
@@ -63,12 +64,10 @@ void TitleLayout::placePiece(const TitleSet& set, const CellAddress& address,
 
 std::size_t TitleLayout::cellAt(Ticks time) const
 {
-    std::size_t found = m_vobus.front().cell;
-    for (std::size_t i = found; i < m_cells.size() && m_cells[i].start <= time; ++i) {
-        if (m_cells[i].vobuCount > 0)
-            found = i;
-    }
-    return found;
+    const auto behind =
+        std::upper_bound(m_cells.begin(), m_cells.end(), time,
+                         [](Ticks wanted, const PlacedCell& cell) { return wanted < cell.start; });
+    return behind == m_cells.begin() ? 0 : static_cast<std::size_t>(behind - m_cells.begin()) - 1;
 }
 
 std::size_t TitleLayout::vobuAtSector(std::uint64_t titleSector) const

@@ -33,6 +33,7 @@ public:
         Ticks start;           ///< within the title
         std::size_t firstVobu; ///< index
         std::size_t vobuCount; ///< 0 for a cell that lies outside the files
+        bool isCut;            ///< its end does
     };
 
     /// Cells, or parts of them, that lie outside the `sectorCount` sectors of the title set's files
@@ -43,8 +44,8 @@ public:
     const std::vector<Vobu>& vobus() const { return m_vobus; }
     const std::vector<PlacedCell>& cells() const { return m_cells; }
 
-    /// Index of the last cell that begins at `time` or before and holds VOBUs; of the first that
-    /// holds any when there is none. Requires that there is a VOBU.
+    /// Index of the last cell that begins at `time` or before, or of the first. Requires that there
+    /// is a VOBU.
     std::size_t cellAt(Ticks time) const;
 
     /// Index of the VOBU that holds the title sector; the first for sectors before it. Requires

@@ -72,12 +72,6 @@ Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
     return aspect;
 }
 
-/// Fragmented MP4 files say with the largest 32-bit count that they do not know.
-bool claimsUnknownDuration(const AVStream& stream)
-{
-    return stream.duration == 0xFFFFFFFF;
-}
-
 std::optional<double> inSeconds(std::int64_t duration, AVRational base)
 {
     if (duration == AV_NOPTS_VALUE || duration <= 0 || base.num <= 0 || base.den <= 0)
@@ -88,13 +82,8 @@ std::optional<double> inSeconds(std::int64_t duration, AVRational base)
 /// The stream's own duration, else the file's, which libav derives from those of all streams.
 std::optional<double> durationOf(const AVFormatContext& context, const AVStream& stream)
 {
-    if (claimsUnknownDuration(stream))
-        return std::nullopt;
     const auto own = inSeconds(stream.duration, stream.time_base);
-    const bool fileKnows =
-        std::none_of(context.streams, context.streams + context.nb_streams,
-                     [](AVStream* each) { return claimsUnknownDuration(*each); });
-    return own || !fileKnows ? own : inSeconds(context.duration, AV_TIME_BASE_Q);
+    return own ? own : inSeconds(context.duration, AV_TIME_BASE_Q);
 }
 
 void describePicture(AVFormatContext& context, AVStream& stream, StreamFacts& facts)

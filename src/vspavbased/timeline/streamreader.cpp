@@ -202,6 +202,8 @@ std::optional<std::int64_t> StreamReader::readUpTo(std::int64_t position)
     }
     if (!first || m_reader->demuxer().gaveUp())
         return std::nullopt;
+    if (*first <= position && !isShownAt(*shown, position))
+        return std::nullopt;
     m_ready.push_back(std::move(shown));
     if (following)
         m_ready.push_back(std::move(following));
@@ -212,6 +214,17 @@ bool StreamReader::isBehind(const AVFrame& frame, std::int64_t position) const
 {
     const auto shownAt = positionOf(frame);
     return shownAt && *shownAt > position;
+}
+
+/// Whether the last frame found up to a position is what is shown there, and none is missing in
+/// between because the file is damaged.
+bool StreamReader::isShownAt(const AVFrame& frame, std::int64_t position) const
+{
+    constexpr std::int64_t longestUnmapped = blurayTicksPerSecond;
+    const std::int64_t shownAt = positionOf(frame).value_or(position);
+    if (m_entries.empty())
+        return position - shownAt <= longestUnmapped;
+    return m_entries[entryBefore(position)].position <= shownAt + entryTolerance;
 }
 
 /// The sequence in which a byte of the file lies; the first when that is unknown.

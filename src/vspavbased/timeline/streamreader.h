@@ -69,6 +69,7 @@ private:
     bool moveToTimeStamp(std::int64_t position);
     std::optional<std::int64_t> readUpTo(std::int64_t position);
     bool isBehind(const AVFrame& frame, std::int64_t position) const;
+    bool isShownAt(const AVFrame& frame, std::int64_t position) const;
     std::size_t sequenceAtByte(std::int64_t byte) const;
 
     std::unique_ptr<FrameReader> m_reader;
