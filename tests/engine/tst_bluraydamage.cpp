@@ -3,11 +3,9 @@
 // What is no Blu-ray disc, or one that is damaged or made to do harm.
 #include "blurayloader.h"
 #include "files.h"
-#include "fixture.h"
 #include "standarderror.h"
 #include "udfwriter.h"
 
-#include <QtCore/QDirIterator>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -21,11 +19,9 @@ using authoring::second;
 namespace {
 
 /// Everything that a host relies on.
-bool isSane(IBDLoader* loader)
+bool isSane(const LoaderPtr& loader)
 {
-    const ListPtr titles(loader->titleList());
-    const ListPtr files(loader->fileList());
-    const QStringList fileNames = namesOf(files.get());
+    const QStringList fileNames = namesOf(loader->fileList());
     const auto clipsAreSane = [&](const BDPlayInfo& record, IBDList* clips) {
         for (quint32 i = 0; i < record.clipCount; ++i) {
             const char* name = clips->item(i)->name();
@@ -38,14 +34,13 @@ bool isSane(IBDLoader* loader)
         }
         return true;
     };
-    for (quint32 i = 0; i < titles->count(); ++i) {
-        const char* name = titles->item(i)->name();
-        const BDPlayInfo* title = loader->titleInfo(name);
+    for (const QString& name : namesOf(loader->titleList())) {
+        const BDPlayInfo* title = loader->titleInfo(qPrintable(name));
         if (!title || title->clipCount == 0 || title->clips->count() != title->clipCount ||
             !clipsAreSane(*title, title->clips))
             return false;
         quint32 count = 0;
-        const BDPlayInfo* chapters = loader->chapters(name, &count);
+        const BDPlayInfo* chapters = loader->chapters(qPrintable(name), &count);
         double end = 0.0;
         for (quint32 j = 0; j < count; ++j) {
             const bool isInOrder =
@@ -95,71 +90,9 @@ QByteArray damaged(QByteArray bytes, std::mt19937& random)
     return bytes;
 }
 
-} // namespace
-
-class BlurayDamageTest : public QObject
+/// Opens a disc, as a folder or an image, again and again, with damage to one of its files.
+void damageFiles(const QString& files, bool asImage)
 {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void refusesWhatIsNoDisc_data();
-    void refusesWhatIsNoDisc();
-    void survivesDamage_data();
-    void survivesDamage();
-    void survivesDamagedImages_data();
-    void survivesDamagedImages();
-    void boundsChapters();
-};
-
-void BlurayDamageTest::refusesWhatIsNoDisc_data()
-{
-    QTest::addColumn<QString>("name");
-
-    for (const char* name : {"missing", "empty", "file-for-folder", "bare", "text.iso", "zeros.iso",
-                             "dvd.iso", "cut.iso", "pipe.iso"})
-        QTest::newRow(name) << name;
-}
-
-void BlurayDamageTest::refusesWhatIsNoDisc()
-{
-    QFETCH(QString, name);
-
-    const QTemporaryDir folder;
-    const QDir root(folder.path());
-    const auto write = [&](const QString& file, const QByteArray& bytes) {
-        writeFile(root.filePath(file), bytes);
-    };
-    root.mkpath("empty");
-    root.mkpath("bare/BDMV/STREAM");
-    write("file-for-folder/BDMV", "a file");
-    write("text.iso", "no image at all");
-    write("zeros.iso", QByteArray(1000000, '\0'));
-    write("dvd/VIDEO_TS/VIDEO_TS.IFO", "DVDVIDEO-VMG");
-    writeUdfImage(root.filePath("dvd"), root.filePath("dvd.iso"), "DVD");
-    write("cut.iso", contentOf(fixturePath("bluray/disc-250.iso")).left(300000));
-    QCOMPARE(mkfifo(qPrintable(root.filePath("pipe.iso")), 0600), 0);
-
-    StandardError errors;
-    QVERIFY(!openDisc(root.filePath(name)));
-    QCOMPARE(errors.text(), QByteArray());
-}
-
-void BlurayDamageTest::survivesDamage_data()
-{
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<bool>("asImage");
-
-    QTest::newRow("playlists") << "BDMV/PLAYLIST" << false;
-    QTest::newRow("clip information") << "BDMV/CLIPINF" << false;
-    QTest::newRow("anything") << "" << false;
-    QTest::newRow("anything in an image") << "" << true;
-}
-
-void BlurayDamageTest::survivesDamage()
-{
-    QFETCH(QString, folder);
-    QFETCH(bool, asImage);
-
     const QTemporaryDir temporary;
     const Disc disc(temporary.filePath("disc"));
     Clip clip = plainClip(600, 100);
@@ -175,87 +108,114 @@ void BlurayDamageTest::survivesDamage()
     const QString image = temporary.filePath("disc.iso");
 
     std::mt19937 random(1);
-    QStringList files;
-    QDirIterator it(disc.path(folder), QDir::Files, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        files << QDir(disc.root()).relativeFilePath(it.next());
-    files.sort();
+    const QStringList victims = filesBelow(disc.root()).filter(files);
     StandardError errors;
     for (int round = 0; round < roundCount(asImage ? 100 : 300); ++round) {
-        const QString victim = files.at(int(random() % unsigned(files.size())));
+        const QString victim = victims.at(int(random() % unsigned(victims.size())));
         const QByteArray whole = contentOf(disc.path(victim));
         disc.write(victim, damaged(whole, random));
         if (asImage)
             writeUdfImage(disc.root(), image, "DAMAGED");
         const LoaderPtr loader = openDisc(asImage ? image : disc.root());
-        if (!loader || !isSane(loader.get()))
+        if (!loader || !isSane(loader))
             QFAIL(qPrintable(QString("round %1: %2").arg(round).arg(victim)));
         disc.write(victim, whole);
     }
     QCOMPARE(errors.text(), QByteArray());
 }
 
-void BlurayDamageTest::survivesDamagedImages_data()
-{
-    QTest::addColumn<QString>("image");
-    QTest::newRow("UDF 1.02") << "bluray/disc-102.iso";
-    QTest::newRow("UDF 2.50") << "bluray/disc-250.iso";
-}
+} // namespace
 
-/// The file system itself, rather than the files in it.
-void BlurayDamageTest::survivesDamagedImages()
+class BlurayDamageTest : public QObject
 {
-    QFETCH(QString, image);
+    Q_OBJECT
 
-    const QByteArray whole = contentOf(fixturePath(image));
-    const int structures = 420 * 2048; // up to the contents of the files
-    const QTemporaryDir folder;
-    const QString path = folder.filePath("disc.iso");
-    std::mt19937 random(2);
-    StandardError errors;
-    int opened = 0;
-    for (int round = 0; round < roundCount(200); ++round) {
-        QByteArray bytes = whole;
-        for (int i = 0; i < 1 + int(random() % 20); ++i) {
-            int at = int(random() % structures);
-            while (bytes.at(at) == 0 && at < structures) // where there is something to be damaged
-                ++at;
-            bytes[at] = char(random());
+private Q_SLOTS:
+    void refusesWhatIsNoDisc()
+    {
+        const QTemporaryDir folder;
+        const auto write = [&folder](const QString& file, const QByteArray& bytes) {
+            return writeFile(folder.filePath(file), bytes);
+        };
+        QDir(folder.path()).mkpath("bare/BDMV/STREAM");
+        write("file-for-folder/BDMV", "a file");
+        write("dvd/VIDEO_TS/VIDEO_TS.IFO", "DVDVIDEO-VMG");
+        writeUdfImage(folder.filePath("dvd"), folder.filePath("dvd.iso"), "DVD");
+        QCOMPARE(mkfifo(qPrintable(folder.filePath("pipe.iso")), 0600), 0);
+
+        StandardError errors;
+        for (const char* name :
+             {"missing", "dvd", "file-for-folder", "bare", "dvd.iso", "pipe.iso"})
+            QVERIFY2(!openDisc(folder.filePath(name)), name);
+        for (const QByteArray& image : {QByteArray("no image at all"), QByteArray(1000000, '\0'),
+                                        contentOf(fixturePath("bluray/disc-250.iso")).left(300000)})
+            QVERIFY(!openDisc(write("no-image.iso", image)));
+        QCOMPARE(errors.text(), QByteArray());
+    }
+
+    void survivesDamage()
+    {
+        for (const char* files : {"BDMV/PLAYLIST", "BDMV/CLIPINF", "BDMV"})
+            damageFiles(files, false);
+        damageFiles("BDMV", true);
+    }
+
+    /// The file system itself, rather than the files in it.
+    void survivesDamagedImages()
+    {
+        const QTemporaryDir folder;
+        for (const char* image : {"bluray/disc-102.iso", "bluray/disc-250.iso"}) {
+            const QByteArray whole = contentOf(fixturePath(image));
+            const int structures = 420 * 2048; // up to the contents of the files
+            std::mt19937 random(2);
+            StandardError errors;
+            int opened = 0;
+            for (int round = 0; round < roundCount(200); ++round) {
+                QByteArray bytes = whole;
+                for (int i = 0; i < 1 + int(random() % 20); ++i) {
+                    int at = int(random() % structures);
+                    while (bytes.at(at) == 0 &&
+                           at < structures) // where there is something to damage
+                        ++at;
+                    bytes[at] = char(random());
+                }
+                if (round % 5 == 0)
+                    bytes = whole.left(int(random() % unsigned(whole.size())));
+                const LoaderPtr loader = openDisc(writeFile(folder.filePath("disc.iso"), bytes));
+                QVERIFY2(!loader || isSane(loader), image);
+                opened += loader ? 1 : 0;
+            }
+            QVERIFY(opened > 20);
+            QCOMPARE(errors.text(), QByteArray());
         }
-        writeFile(path, round % 5 == 0 ? whole.left(int(random() % whole.size())) : bytes);
-        const LoaderPtr loader = openDisc(path);
-        QVERIFY(!loader || isSane(loader.get()));
-        opened += loader ? 1 : 0;
     }
-    QVERIFY(opened > 20);
-    QCOMPARE(errors.text(), QByteArray());
-}
 
-/// Each of n chapters that begin in the middle of a clip has n/2 clips on average.
-void BlurayDamageTest::boundsChapters()
-{
-    const QTemporaryDir folder;
-    const Disc disc(folder.path());
-    disc.addClip("00001", plainClip(0, 10000));
-    QList<authoring::Item> items;
-    QList<authoring::Mark> marks;
-    for (quint32 i = 0; i < 5000; ++i) {
-        items.append({"00001", i * second, (i + 2) * second});
-        marks.append({quint16(i), (i + 1) * second});
+    /// Each of n chapters that begin in the middle of a clip has n/2 clips on average.
+    void boundsChapters()
+    {
+        const QTemporaryDir folder;
+        const Disc disc(folder.path());
+        disc.addClip("00001", plainClip(0, 10000));
+        QList<authoring::Item> items;
+        QList<authoring::Mark> marks;
+        for (quint32 i = 0; i < 5000; ++i) {
+            items.append({"00001", i * second, (i + 2) * second});
+            marks.append({quint16(i), (i + 1) * second});
+        }
+        disc.addPlaylist("00001", items, marks);
+        const LoaderPtr loader = openDisc(folder.path());
+        QVERIFY(loader);
+        quint32 count = 0;
+        const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
+        QCOMPARE(count, 5000u);
+        QCOMPARE(chapters[1000].clipCount, 1002u);
+        quint64 clips = 0;
+        for (quint32 i = 0; i < count; ++i)
+            clips += chapters[i].clipCount;
+        QVERIFY(clips <= 4000000);
+        QCOMPARE(chapters[4999].timeStamp, 9999.0);
     }
-    disc.addPlaylist("00001", items, marks);
-    const LoaderPtr loader = openDisc(folder.path());
-    QVERIFY(loader);
-    quint32 count = 0;
-    const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
-    QCOMPARE(count, 5000u);
-    QCOMPARE(chapters[1000].clipCount, 1002u);
-    quint64 clips = 0;
-    for (quint32 i = 0; i < count; ++i)
-        clips += chapters[i].clipCount;
-    QVERIFY(clips <= 4000000);
-    QCOMPARE(chapters[4999].timeStamp, 9999.0);
-}
+};
 
 QTEST_GUILESS_MAIN(BlurayDamageTest)
 #include "tst_bluraydamage.moc"

@@ -2,7 +2,6 @@
 //
 // What is read from a DVD's tables, on invented ones: discs that cannot be authored here.
 #include "dvd/maintitle.h"
-#include "dvd/scrambling.h"
 #include "dvd/titlelayout.h"
 #include "dvd/titleset.h"
 
@@ -90,156 +89,113 @@ DvdTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
     return title;
 }
 
-using Titles = std::vector<DvdTitle>;
-
 } // namespace
-
-Q_DECLARE_METATYPE(Titles)
 
 class DvdTablesTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void times_data();
-    void times();
-    void aTitlePlaysItsChainsAndOneAngle();
-    void chaptersThatLeadNowhereAreLeftOut();
-    void interleavedCellsAreReadInTheirPieces();
-    void findsTheMainTitle_data();
-    void findsTheMainTitle();
-    void scrambledSectors();
-};
-
-void DvdTablesTest::times_data()
-{
-    QTest::addColumn<quint32>("code");
-    QTest::addColumn<bool>("isNtsc");
-    QTest::addColumn<double>("seconds");
-    QTest::newRow("PAL") << 0x01020364u << false << 3723.96;
-    // An hour of NTSC, as it is counted, lasts 3.6 s longer.
-    QTest::newRow("NTSC") << 0x010000C0u << true << 3603.6;
-    QTest::newRow("NTSC pictures") << 0x000319E5u << true << 5995 * 1001 / 30000.0;
-    QTest::newRow("without a rate, NTSC") << 0x00001000u << true << 10.01;
-    QTest::newRow("without a rate, PAL") << 0x00001000u << false << 10.0;
-    QTest::newRow("no decimal number") << 0x00A00040u << false << -1.0;
-}
-
-void DvdTablesTest::times()
-{
-    QFETCH(quint32, code);
-    QFETCH(bool, isNtsc);
-    QFETCH(double, seconds);
-    Bytes bytes;
-    put(bytes, 0, code, 4);
-    const auto time = parseTime(bytes, isNtsc);
-    QVERIFY(qAbs((time ? inSeconds(*time) : -1.0) - seconds) < 0.001);
-}
-
-void DvdTablesTest::aTitlePlaysItsChainsAndOneAngle()
-{
-    // The second chain has a block of three angles between two plain cells.
-    const Bytes ifo = titleSetOf({{1, 1}, {1, 2}, {2, 1}}, {{10}, {20}},
-                                 {{5}, {30, 0x50}, {30, 0x90}, {30, 0xD0}, {7}});
-    IfoFindings findings("test");
-    const auto set = parseTitleSet(ifo, findings);
-    QVERIFY(set && set->titles.size() == 1);
-    const Title& title = set->titles.front();
-    QCOMPARE(inSeconds(title.duration), 72.0);
-    QCOMPARE(title.cells.size(), std::size_t(5));
-    QCOMPARE(title.chapterStarts,
-             (std::vector<Ticks>{0, 10 * ticksPerSecond, 30 * ticksPerSecond}));
-}
-
-/// And the title begins where its first chapter does.
-void DvdTablesTest::chaptersThatLeadNowhereAreLeftOut()
-{
-    const Bytes ifo =
-        titleSetOf({{0, 1}, {1, 2}, {1, 0}, {1, 3}, {3, 1}, {0xFFFF, 0xFFFF}}, {{10}, {20}}, {});
-    IfoFindings findings("test");
-    const auto set = parseTitleSet(ifo, findings);
-    QVERIFY(set);
-    QCOMPARE(set->titles.at(0).chapterStarts, std::vector<Ticks>{0});
-    QCOMPARE(inSeconds(set->titles.at(0).duration), 20.0);
-}
-
-/// The cells 2 and 3 are angles of the same time, and lie in turns.
-void DvdTablesTest::interleavedCellsAreReadInTheirPieces()
-{
-    TitleSet set;
-    set.cellAddresses = {{1, 1, 0, 99},    {1, 2, 100, 149}, {1, 2, 200, 249},
-                         {1, 3, 150, 199}, {1, 3, 250, 299}, {1, 4, 300, 0xFFFFFFFF}};
-    set.vobuSectors = {0, 50, 100, 130, 150, 200, 250, 300};
-    Title title;
-    for (const int id : {1, 2, 4}) {
-        Cell cell;
-        cell.vobId = 1;
-        cell.cellId = id;
-        cell.duration = ticksPerSecond;
-        title.cells.push_back(cell);
+    void times()
+    {
+        const auto expect = [](quint32 code, bool isNtsc, double seconds) {
+            Bytes bytes;
+            put(bytes, 0, code, 4);
+            const auto time = parseTime(bytes, isNtsc);
+            QVERIFY(qAbs((time ? inSeconds(*time) : -1.0) - seconds) < 0.001);
+        };
+        expect(0x01020364, false, 3723.96);
+        // An hour of NTSC, as it is counted, lasts 3.6 s longer.
+        expect(0x010000C0, true, 3603.6);
+        expect(0x000319E5, true, 5995 * 1001 / 30000.0);
+        // Without a rate.
+        expect(0x00001000, true, 10.01);
+        expect(0x00001000, false, 10.0);
+        // No decimal number.
+        expect(0x00A00040, false, -1.0);
     }
-    const TitleLayout layout(set, title, 400);
-    QStringList pieces;
-    for (const TitleLayout::Piece& piece : layout.pieces())
-        pieces << QString("%1+%2").arg(piece.sector).arg(piece.count);
-    QCOMPARE(pieces, QStringList({"0+100", "100+50", "200+50", "300+100"}));
-    std::vector<std::uint64_t> vobus;
-    for (const TitleLayout::Vobu& vobu : layout.vobus())
-        vobus.push_back(vobu.titleSector);
-    QCOMPARE(vobus, (std::vector<std::uint64_t>{0, 50, 100, 130, 150, 200}));
-    QCOMPARE(layout.cellAt(ticksPerSecond), std::size_t(1));
-    QCOMPARE(layout.cellAt(100 * ticksPerSecond), std::size_t(2));
-}
 
-void DvdTablesTest::findsTheMainTitle_data()
-{
-    QTest::addColumn<Titles>("titles");
-    QTest::addColumn<int>("expected");
+    void aTitlePlaysItsChainsAndOneAngle()
+    {
+        // The second chain has a block of three angles between two plain cells.
+        const Bytes ifo = titleSetOf({{1, 1}, {1, 2}, {2, 1}}, {{10}, {20}},
+                                     {{5}, {30, 0x50}, {30, 0x90}, {30, 0xD0}, {7}});
+        IfoFindings findings("test");
+        const auto set = parseTitleSet(ifo, findings);
+        QVERIFY(set && set->titles.size() == 1);
+        const Title& title = set->titles.front();
+        QCOMPARE(inSeconds(title.duration), 72.0);
+        QCOMPARE(title.cells.size(), std::size_t(5));
+        QCOMPARE(title.chapterStarts,
+                 (std::vector<Ticks>{0, 10 * ticksPerSecond, 30 * ticksPerSecond}));
+    }
 
-    QTest::newRow("nothing to play") << Titles{titleOf({}), titleOf({{1, 0}})} << -1;
-    QTest::newRow("the longest") << Titles{titleOf({{1, 10}}), titleOf({{2, 90}}),
-                                           titleOf({{3, 50}})}
-                                 << 1;
-    QTest::newRow("the first of equal ones")
-        << Titles{titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 90}})} << 1;
-    QTest::newRow("the film twice")
-        << Titles{titleOf({{1, 45}, {2, 45}, {1, 45}, {2, 45}}), titleOf({{1, 45}, {2, 45}})} << 1;
-    QTest::newRow("the film twice, with a trailer")
-        << Titles{titleOf({{1, 90}, {3, 2}, {1, 90}}), titleOf({{1, 90}}), titleOf({{3, 2}})} << 1;
-    QTest::newRow("a part of the film")
-        << Titles{titleOf({{2, 45}}), titleOf({{1, 45}, {2, 45}})} << 1;
-    QTest::newRow("all episodes") << Titles{titleOf({{1, 40}}), titleOf({{2, 40}}),
-                                            titleOf({{1, 40}, {2, 40}})}
-                                  << 2;
-    QTest::newRow("a logo shown twice in the film")
-        << Titles{titleOf({{1, 1}}), titleOf({{1, 1}, {2, 90}, {1, 1}})} << 1;
-}
+    /// And the title begins where its first chapter does.
+    void chaptersThatLeadNowhereAreLeftOut()
+    {
+        const Bytes ifo = titleSetOf({{0, 1}, {1, 2}, {1, 0}, {1, 3}, {3, 1}, {0xFFFF, 0xFFFF}},
+                                     {{10}, {20}}, {});
+        IfoFindings findings("test");
+        const auto set = parseTitleSet(ifo, findings);
+        QVERIFY(set);
+        QCOMPARE(set->titles.at(0).chapterStarts, std::vector<Ticks>{0});
+        QCOMPARE(inSeconds(set->titles.at(0).duration), 20.0);
+    }
 
-void DvdTablesTest::findsTheMainTitle()
-{
-    QFETCH(Titles, titles);
-    QFETCH(int, expected);
-    DvdDisc disc;
-    // A set in front, whose cells have the same numbers but are others.
-    disc.titleSets = {{1, true, {}, {titleOf({{1, 5}, {1, 5}})}}, {2, true, {}, titles}};
-    const auto found = findMainTitle(disc);
-    QCOMPARE(found ? int(*found) : -1, expected < 0 ? 0 : expected + 1);
-}
+    /// The cells 2 and 3 are angles of the same time, and lie in turns.
+    void interleavedCellsAreReadInTheirPieces()
+    {
+        TitleSet set;
+        set.cellAddresses = {{1, 1, 0, 99},    {1, 2, 100, 149}, {1, 2, 200, 249},
+                             {1, 3, 150, 199}, {1, 3, 250, 299}, {1, 4, 300, 0xFFFFFFFF}};
+        set.vobuSectors = {0, 50, 100, 130, 150, 200, 250, 300};
+        Title title;
+        for (const int id : {1, 2, 4}) {
+            Cell cell;
+            cell.vobId = 1;
+            cell.cellId = id;
+            cell.duration = ticksPerSecond;
+            title.cells.push_back(cell);
+        }
+        const TitleLayout layout(set, title, 400);
+        QStringList pieces;
+        for (const TitleLayout::Piece& piece : layout.pieces())
+            pieces << QString("%1+%2").arg(piece.sector).arg(piece.count);
+        QCOMPARE(pieces, QStringList({"0+100", "100+50", "200+50", "300+100"}));
+        std::vector<std::uint64_t> vobus;
+        for (const TitleLayout::Vobu& vobu : layout.vobus())
+            vobus.push_back(vobu.titleSector);
+        QCOMPARE(vobus, (std::vector<std::uint64_t>{0, 50, 100, 130, 150, 200}));
+        QCOMPARE(layout.cellAt(ticksPerSecond), std::size_t(1));
+        QCOMPARE(layout.cellAt(100 * ticksPerSecond), std::size_t(2));
+    }
 
-void DvdTablesTest::scrambledSectors()
-{
-    Bytes sector(2048);
-    put(sector, 0, 0x000001BA, 4);
-    put(sector, 13, 0xFA, 1); // two bytes of stuffing
-    put(sector, 16, 0x000001E0, 4);
-    put(sector, 22, 0x81, 1);
-    QVERIFY(!isScrambledSector(sector));
-    put(sector, 22, 0x91, 1);
-    QVERIFY(isScrambledSector(sector));
-    put(sector, 19, 0xBF, 1); // a navigation packet has no such flags
-    QVERIFY(!isScrambledSector(sector));
-    QVERIFY(!isScrambledSector(ByteView(sector).part(0, 20)));
-}
+    void findsTheMainTitle()
+    {
+        const auto mainOf = [](const std::vector<DvdTitle>& titles) {
+            DvdDisc disc;
+            // A set in front, whose cells have the same numbers but are others.
+            disc.titleSets = {{1, true, {}, {titleOf({{1, 5}, {1, 5}})}}, {2, true, {}, titles}};
+            const auto found = findMainTitle(disc);
+            return found ? int(*found) - 1 : -2;
+        };
+        QCOMPARE(mainOf({titleOf({}), titleOf({{1, 0}})}), -1);
+        QCOMPARE(mainOf({titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 50}})}), 1);
+        QCOMPARE(mainOf({titleOf({{1, 10}}), titleOf({{2, 90}}), titleOf({{3, 90}})}), 1);
+        // The film twice, and with a trailer between.
+        QCOMPARE(
+            mainOf({titleOf({{1, 45}, {2, 45}, {1, 45}, {2, 45}}), titleOf({{1, 45}, {2, 45}})}),
+            1);
+        QCOMPARE(
+            mainOf({titleOf({{1, 90}, {3, 2}, {1, 90}}), titleOf({{1, 90}}), titleOf({{3, 2}})}),
+            1);
+        // A part of the film, and all episodes.
+        QCOMPARE(mainOf({titleOf({{2, 45}}), titleOf({{1, 45}, {2, 45}})}), 1);
+        QCOMPARE(mainOf({titleOf({{1, 40}}), titleOf({{2, 40}}), titleOf({{1, 40}, {2, 40}})}), 2);
+        // A logo shown twice in the film.
+        QCOMPARE(mainOf({titleOf({{1, 1}}), titleOf({{1, 1}, {2, 90}, {1, 1}})}), 1);
+    }
+};
 
 QTEST_GUILESS_MAIN(DvdTablesTest)
 #include "tst_dvdtables.moc"

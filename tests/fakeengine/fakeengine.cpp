@@ -1,10 +1,32 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "fakeengine.h"
 
-#include "fakeobjects.h"
-#include "vspavbased/cavbasedcontext.h"
+#include "fakeobject.h"
 
-#include <QtCore/QMutexLocker>
+#include <cstring>
+
+AVBased::AVStreamInfo fakeStream(int kind, int id, double duration)
+{
+    AVBased::AVStreamInfo stream{};
+    stream.name = stream.language = "";
+    stream.codecName = "h264";
+    std::memcpy(stream.fourcc, "FAKE", 4);
+    stream.kind = kind;
+    stream.id = id;
+    stream.duration = duration;
+    return stream;
+}
+
+AVBased::AVMovieInfo FakeMovie::record() const
+{
+    return {name.constData(), id,    quint32(streams.size()), streams.data(), quint32(tags.size()),
+            tags.data(),      "fake"};
+}
+
+FakeEngine::FakeEngine()
+{
+    reset();
+}
 
 /// Never destroyed: the import context lets go of its converter when the process ends.
 FakeEngine& FakeEngine::instance()
@@ -19,8 +41,9 @@ void FakeEngine::reset()
     items.clear();
     discs.clear();
     anyTimeline.reset();
-    hasTimeline = hasConverter = hasLoader = topDown = true;
+    failing.clear();
     pictureFormat = 30;
+    topDown = true;
     hook = nullptr;
     m_calls.clear();
     m_misuses.clear();
@@ -33,16 +56,11 @@ void FakeEngine::reset()
     m_objects = std::move(kept);
 }
 
-QStringList FakeEngine::calls() const
-{
-    QMutexLocker lock(&m_mutex);
-    return m_calls;
-}
-
 QStringList FakeEngine::calls(const QString& prefix) const
 {
+    QMutexLocker lock(&m_mutex);
     QStringList found;
-    for (const QString& call : calls()) {
+    for (const QString& call : m_calls) {
         if (call.startsWith(prefix))
             found.append(call);
     }
@@ -72,81 +90,19 @@ QStringList FakeEngine::living() const
     return names;
 }
 
-void FakeEngine::note(const QString& call)
+bool FakeEngine::note(const QString& call, bool isMisuse)
 {
     {
         QMutexLocker lock(&m_mutex);
         m_calls.append(call);
+        if (isMisuse)
+            m_misuses.append(call);
     }
     if (hook)
         hook(call);
+    for (const QString& prefix : failing) {
+        if (call.startsWith(prefix))
+            return false;
+    }
+    return true;
 }
-
-void FakeEngine::noteMisuse(const QString& call)
-{
-    QMutexLocker lock(&m_mutex);
-    m_misuses.append(call);
-}
-
-void FakeObject::called(const QString& operation)
-{
-    const QString call = m_name + QLatin1Char('.') + operation;
-    if (m_released)
-        FakeEngine::instance().noteMisuse(call);
-    FakeEngine::instance().note(call);
-}
-
-void FakeObject::released()
-{
-    called(QStringLiteral("release"));
-    m_released = true;
-}
-
-namespace Vesk {
-
-CAVBasedContext* CAVBasedContext::instance()
-{
-    static CAVBasedContext context;
-    return &context;
-}
-
-CAVBasedModel* CAVBasedContext::avbasedModel()
-{
-    static CAVBasedModel model;
-    return &model;
-}
-
-CAVBasedModelWrapper* CAVBasedModel::w_func()
-{
-    static CAVBasedModelWrapper wrapper;
-    return &wrapper;
-}
-
-AVBased::IAVManager* CAVBasedModelWrapper::avmanager()
-{
-    static FakeManager manager;
-    return &manager;
-}
-
-AVBased::IBDLoader* CAVBasedModelWrapper::createBDLoader()
-{
-    FakeEngine& engine = FakeEngine::instance();
-    engine.note(QStringLiteral("createBDLoader"));
-    return engine.hasLoader ? engine.make<FakeLoader>() : nullptr;
-}
-
-AVBased::IImageConverter* CAVBasedModelWrapper::CreateImageConverterEx(unsigned int pixelFormat,
-                                                                       unsigned int width,
-                                                                       unsigned int height,
-                                                                       unsigned int flags)
-{
-    FakeEngine& engine = FakeEngine::instance();
-    engine.note(QStringLiteral("createConverter %1 %2 %3 %4")
-                    .arg(pixelFormat)
-                    .arg(width)
-                    .arg(height)
-                    .arg(flags));
-    return engine.hasConverter ? engine.make<FakeConverter>(int(width), int(height)) : nullptr;
-}
-
-} // namespace Vesk

@@ -1,439 +1,430 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-#include "fakeobjects.h"
-
-#include <QtCore/QFile>
+//
+// What the engine's boundary gives the module.
+#include "fakeobject.h"
+#include "vspavbased/cavbasedcontext.h"
+#include "vspavbased/iavimporter.h"
+#include "vspavbased/iavmanager.h"
+#include "vspavbased/iavpicture.h"
+#include "vspavbased/iavsource.h"
+#include "vspavbased/ibdloader.h"
+#include "vspavbased/idvdinfo.h"
+#include "vspavbased/iimageconverter.h"
+#include "vspavbased/imovieinfoext.h"
+#include "vspavbased/isimpleedittimeline.h"
 
 #include <cstring>
+#include <deque>
 
-FakeMovieRecord::FakeMovieRecord(const FakeMovie& movie)
-    : m_movie(movie)
-    , m_record()
+using namespace AVBased;
+
+namespace {
+
+template <typename T, typename... Arguments>
+T* make(Arguments&&... arguments)
 {
-    for (const FakeStream& stream : m_movie.streams) {
-        AVBased::AVStreamInfo record{};
-        record.name = stream.name.c_str();
-        record.kind = stream.kind;
-        record.id = stream.id;
-        record.codecName = stream.codec.c_str();
-        std::memcpy(record.fourcc, "FAKE", 4);
-        record.language = stream.language.c_str();
-        record.width = stream.width;
-        record.height = stream.height;
-        record.frameRate = stream.frameRate;
-        record.aspectRatio = stream.aspectRatio;
-        record.sampleRate = stream.sampleRate;
-        record.channels = stream.channels;
-        record.channelLayout = stream.channelLayout;
-        record.bitRate = stream.bitRate;
-        record.duration = stream.duration;
-        m_streams.push_back(record);
+    return FakeEngine::instance().keep(std::make_unique<T>(std::forward<Arguments>(arguments)...));
+}
+
+/// Gives frames that tell where they come from: their number of the reads since the last seek.
+class FakeSource : public FakeObject, public IAVSource
+{
+public:
+    explicit FakeSource(const QByteArray& reads)
+        : FakeObject("source")
+        , m_reads(reads)
+    {}
+
+    void seek(std::int32_t positionMs) override
+    {
+        called("seek", positionMs);
+        m_number = 0;
     }
-    for (const auto& tag : m_movie.tags)
-        m_tags.push_back({tag.first.c_str(), tag.second.c_str()});
-    m_record.name = m_movie.name.c_str();
-    m_record.id = m_movie.id;
-    m_record.streamCount = quint32(m_streams.size());
-    m_record.streams = m_streams.data();
-    m_record.metaCount = quint32(m_tags.size());
-    m_record.meta = m_tags.data();
-    m_record.format = m_movie.format.c_str();
-}
 
-AVBased::IAVImporter* FakeManager::createNamedImporter(const char* name)
-{
-    FakeEngine& engine = FakeEngine::instance();
-    engine.note(QStringLiteral("createNamedImporter %1").arg(QLatin1String(name)));
-    return engine.hasTimeline ? engine.make<FakeTimeline>() : nullptr;
-}
-
-AVBased::IAVImporter* FakeManager::createImporter(const char* utf8Path)
-{
-    FakeEngine& engine = FakeEngine::instance();
-    const QByteArray path(utf8Path);
-    const bool isTimeline = path.endsWith(".seix");
-    engine.note(QStringLiteral("createImporter %1")
-                    .arg(isTimeline ? QStringLiteral("(timeline)") : QString::fromUtf8(path)));
-    if (isTimeline)
-        return engine.anyTimeline ? engine.make<FakeImporter>(*engine.anyTimeline) : nullptr;
-    const auto item = engine.items.constFind(path);
-    return item == engine.items.constEnd() ? nullptr : engine.make<FakeImporter>(*item);
-}
-
-void FakeManager::beginImport()
-{
-    FakeEngine::instance().note(QStringLiteral("beginImport"));
-}
-
-FakeImporter::FakeImporter(const FakeItem& item)
-    : FakeObject(QStringLiteral("importer"))
-    , m_item(item)
-{
-    for (const FakeMovie& movie : m_item.movies)
-        m_movies.push_back(std::make_unique<FakeMovieRecord>(movie));
-    if (!m_item.dvd)
-        return;
-    for (const FakeTitleSet& set : m_item.dvd->sets) {
-        std::vector<AVBased::DVDTitleInfo> titles;
-        for (const FakeTitle& title : set.titles) {
-            AVBased::DVDTitleInfo record{};
-            record.duration = title.duration;
-            record.chapterCount = quint32(title.chapters.size());
-            record.chapterStarts = title.chapters.data();
-            record.audioCount = title.claimedAudio.value_or(quint32(title.audio.size()));
-            std::copy(title.audio.begin(), title.audio.end(), record.audio);
-            record.subpictureCount = quint32(title.subtitles.size());
-            std::copy(title.subtitles.begin(), title.subtitles.end(), record.subpictures);
-            titles.push_back(record);
-        }
-        m_titles.push_back(std::move(titles));
-        AVBased::DVDTitleSetInfo record{};
-        record.id = set.id;
-        record.titleCount = quint32(m_titles.back().size());
-        record.titles = m_titles.back().data();
-        m_sets.push_back(record);
+    bool readFrame(std::int64_t* positionMs, IAVFrame** frame, std::int32_t* flags,
+                   std::int32_t mode) override
+    {
+        called("readFrame", mode);
+        const char read = m_reads.at(qMin(m_number, m_reads.size() - 1));
+        ++m_number;
+        const bool hasFrame = read == 'f' || read == 'l';
+        *frame = hasFrame ? reinterpret_cast<IAVFrame*>(&m_number) : nullptr;
+        *positionMs = 0;
+        *flags = 0;
+        return read == 'f' || read == 'n';
     }
-}
 
-const AVBased::AVImporterDescriptor* FakeImporter::descriptor()
+    void release() override { released(); }
+
+private:
+    QByteArray m_reads;
+    int m_number = 0;
+};
+
+/// Its picture is red in the upper half and blue in the lower, and its alpha channel opaque.
+class FakeConverter : public FakeObject, public IImageConverter, public IAVPicture
 {
-    static const AVBased::AVImporterDescriptor descriptor = {"fake", "Fake importer"};
-    called(QStringLiteral("descriptor"));
-    return &descriptor;
-}
+public:
+    FakeConverter(unsigned width, unsigned height)
+        : FakeObject("converter")
+        , m_width(int(width))
+        , m_height(int(height))
+        , m_pixels(size_t(width) * height)
+    {}
 
-void* FakeImporter::queryExtension(const char* name)
-{
-    called(QStringLiteral("queryExtension %1").arg(QLatin1String(name)));
-    if (std::strcmp(name, "IMovieInfoExt") == 0 && m_item.hasMovieInfoExt)
-        return static_cast<AVBased::IMovieInfoExt*>(this);
-    if (std::strcmp(name, "IDVDInfo") == 0 && m_item.dvd)
-        return static_cast<AVBased::IDVDInfo*>(this);
-    return nullptr;
-}
-
-std::uint32_t FakeImporter::movieCount()
-{
-    return quint32(m_movies.size());
-}
-
-const AVBased::AVMovieInfo* FakeImporter::movieInfo(std::uint32_t index)
-{
-    called(QStringLiteral("movieInfo %1").arg(index));
-    return index < m_movies.size() ? m_movies[index]->get() : nullptr;
-}
-
-AVBased::IAVSource* FakeImporter::openSource(std::int32_t movieId, std::int32_t videoStreamId,
-                                             std::int32_t audioStreamId)
-{
-    called(
-        QStringLiteral("openSource %1 %2 %3").arg(movieId).arg(videoStreamId).arg(audioStreamId));
-    return m_item.hasSource ? FakeEngine::instance().make<FakeSource>(m_item.reads) : nullptr;
-}
-
-void FakeImporter::close()
-{
-    called(QStringLiteral("close"));
-}
-
-void FakeImporter::release()
-{
-    released();
-}
-
-const char* FakeImporter::value(const char* key)
-{
-    called(QStringLiteral("value %1").arg(QLatin1String(key)));
-    return m_item.drm ? m_item.drm->c_str() : nullptr;
-}
-
-std::uint32_t FakeImporter::titleSetCount()
-{
-    return quint32(m_sets.size());
-}
-
-const AVBased::DVDTitleSetInfo* FakeImporter::titleSet(std::uint32_t index)
-{
-    called(QStringLiteral("titleSet %1").arg(index));
-    return index < m_sets.size() ? &m_sets[index] : nullptr;
-}
-
-bool FakeImporter::isDiscScrambled(const char* utf8Path)
-{
-    called(QStringLiteral("isDiscScrambled %1").arg(QString::fromUtf8(utf8Path)));
-    return m_item.dvd->scrambled;
-}
-
-bool FakeImporter::isMainTitle(std::int32_t movieId)
-{
-    return m_item.dvd->mainMovies.contains(movieId);
-}
-
-FakeSource::FakeSource(const std::vector<FakeRead>& reads)
-    : FakeObject(QStringLiteral("source"))
-    , m_reads(reads)
-{}
-
-void FakeSource::seek(std::int32_t positionMs)
-{
-    called(QStringLiteral("seek %1").arg(positionMs));
-    m_frame.number = 0;
-}
-
-bool FakeSource::readFrame(std::int64_t* positionMs, AVBased::IAVFrame** frame, std::int32_t* flags,
-                           std::int32_t mode)
-{
-    called(QStringLiteral("readFrame %1").arg(mode));
-    const size_t index = qMin(size_t(m_frame.number), m_reads.size() - 1);
-    ++m_frame.number;
-    const FakeRead read = m_reads[index];
-    const bool hasFrame = read == FakeRead::Frame || read == FakeRead::LastFrame;
-    *frame = hasFrame ? reinterpret_cast<AVBased::IAVFrame*>(&m_frame) : nullptr;
-    *positionMs = 0;
-    *flags = 0;
-    return read == FakeRead::Frame || read == FakeRead::Nothing;
-}
-
-void FakeSource::release()
-{
-    released();
-}
-
-FakeConverter::FakeConverter(int width, int height)
-    : FakeObject(QStringLiteral("converter"))
-    , m_width(width)
-    , m_height(height)
-    , m_pixels(size_t(width) * size_t(height))
-{}
-
-AVBased::IAVPicture* FakeConverter::convert(AVBased::IAVFrame* frame)
-{
-    called(QStringLiteral("convert %1").arg(reinterpret_cast<FakeFrame*>(frame)->number));
-    const std::uint32_t red = 0xFFFF0000;
-    const std::uint32_t blue = 0xFF0000FF;
-    const bool topDown = FakeEngine::instance().topDown;
-    const size_t half = m_pixels.size() / 2;
-    for (size_t i = 0; i < m_pixels.size(); ++i)
-        m_pixels[i] = (i < half) == topDown ? red : blue;
-    return this;
-}
-
-void FakeConverter::release()
-{
-    released();
-}
-
-std::int32_t FakeConverter::pixelFormat()
-{
-    return FakeEngine::instance().pictureFormat;
-}
-
-void FakeConverter::dimensions(std::int32_t* width, std::int32_t* height)
-{
-    *width = m_width;
-    *height = m_height;
-}
-
-bool FakeConverter::isTopDown()
-{
-    return FakeEngine::instance().topDown;
-}
-
-void* FakeConverter::plane(std::int32_t index, std::int32_t*, std::int32_t*, std::int32_t*)
-{
-    return index == 0 ? m_pixels.data() : nullptr;
-}
-
-FakeList::FakeList(const std::vector<std::string>& names)
-    : FakeObject(QStringLiteral("list"))
-{
-    for (const std::string& name : names) {
-        m_items.push_back(std::make_unique<Item>());
-        m_items.back()->text = name;
+    IAVPicture* convert(IAVFrame* frame) override
+    {
+        called("convert", *reinterpret_cast<int*>(frame));
+        const size_t half = m_pixels.size() / 2;
+        for (size_t i = 0; i < m_pixels.size(); ++i)
+            m_pixels[i] = (i < half) == isTopDown() ? 0xFFFF0000 : 0xFF0000FF;
+        return this;
     }
-}
 
-void FakeList::release()
+    void release() override { released(); }
+    std::int32_t pixelFormat() override { return FakeEngine::instance().pictureFormat; }
+    void dimensions(std::int32_t* width, std::int32_t* height) override
+    {
+        *width = m_width;
+        *height = m_height;
+    }
+    bool isTopDown() override { return FakeEngine::instance().topDown; }
+    void* plane(std::int32_t index, std::int32_t*, std::int32_t*, std::int32_t*) override
+    {
+        return index == 0 ? m_pixels.data() : nullptr;
+    }
+
+private:
+    int m_width;
+    int m_height;
+    std::vector<std::uint32_t> m_pixels;
+};
+
+class FakeImporter : public FakeObject, public IAVImporter, public IMovieInfoExt, public IDVDInfo
 {
-    released();
-}
-
-std::uint32_t FakeList::count()
-{
-    return quint32(m_items.size());
-}
-
-AVBased::IBDListItem* FakeList::item(std::uint32_t index)
-{
-    return index < m_items.size() ? m_items[index].get() : nullptr;
-}
-
-FakeLoader::FakeLoader()
-    : FakeObject(QStringLiteral("loader"))
-{}
-
-bool FakeLoader::open(const char* utf8Path)
-{
-    called(QStringLiteral("open %1").arg(QString::fromUtf8(utf8Path)));
-    const auto& discs = FakeEngine::instance().discs;
-    const auto disc = discs.constFind(QByteArray(utf8Path));
-    if (disc == discs.constEnd())
-        return false;
-    m_disc = *disc;
-    m_info.name = m_disc.name.c_str();
-    m_info.scrambled = m_disc.scrambled ? 1 : 0;
-    return true;
-}
-
-const AVBased::BDDiscInfo* FakeLoader::discInfo(std::uint32_t)
-{
-    called(QStringLiteral("discInfo"));
-    return m_disc.hasDisc ? &m_info : nullptr;
-}
-
-AVBased::IBDList* FakeLoader::fileList()
-{
-    called(QStringLiteral("fileList"));
-    std::vector<std::string> names;
-    for (const auto& file : m_disc.files)
-        names.push_back(file.first);
-    return m_disc.hasFiles ? FakeEngine::instance().make<FakeList>(names) : nullptr;
-}
-
-AVBased::IBDList* FakeLoader::titleList()
-{
-    called(QStringLiteral("titleList"));
-    std::vector<std::string> names;
-    for (const FakeBdTitle& title : m_disc.titles)
-        names.push_back(title.name);
-    return m_disc.hasTitles ? FakeEngine::instance().make<FakeList>(names) : nullptr;
-}
-
-const AVBased::AVMovieInfo* FakeLoader::fileMovieInfo(const char* file)
-{
-    for (const auto& candidate : m_disc.files) {
-        if (candidate.first == file) {
-            m_movies.push_back(std::make_unique<FakeMovieRecord>(candidate.second));
-            return m_movies.back()->get();
+public:
+    explicit FakeImporter(const FakeItem& item)
+        : FakeObject("importer")
+        , m_item(item)
+    {
+        for (const FakeMovie& movie : m_item.movies)
+            m_movies.push_back(movie.record());
+        for (const FakeTitleSet& set : m_item.sets) {
+            std::vector<DVDTitleInfo> titles;
+            for (const FakeTitle& title : set.titles) {
+                titles.push_back(title.record);
+                titles.back().duration = title.duration;
+                titles.back().chapterCount = quint32(title.chapters.size());
+                titles.back().chapterStarts = title.chapters.data();
+            }
+            m_titles.push_back(std::move(titles));
+            m_sets.push_back({set.id, {}, quint32(set.titles.size()), m_titles.back().data()});
         }
     }
-    return nullptr;
-}
 
-const FakeBdTitle* FakeLoader::find(const char* title) const
-{
-    for (const FakeBdTitle& candidate : m_disc.titles) {
-        if (candidate.name == title)
-            return &candidate;
+    const AVImporterDescriptor* descriptor() override
+    {
+        static const AVImporterDescriptor descriptor = {"fake", "Fake importer"};
+        called("descriptor");
+        return &descriptor;
     }
-    return nullptr;
-}
 
-const AVBased::BDPlayInfo* FakeLoader::keep(const FakePlayInfo& info)
-{
-    auto play = std::make_unique<Play>();
-    std::vector<std::string> names;
-    for (const FakeClip& clip : info.clips) {
-        play->in.push_back(clip.in);
-        play->out.push_back(clip.out);
-        names.push_back(clip.file);
+    void* queryExtension(const char* name) override
+    {
+        if (!called("queryExtension", name))
+            return nullptr;
+        if (std::strcmp(name, "IMovieInfoExt") == 0)
+            return static_cast<IMovieInfoExt*>(this);
+        const bool isDvdInfo = m_item.isDvd && std::strcmp(name, "IDVDInfo") == 0;
+        return isDvdInfo ? static_cast<IDVDInfo*>(this) : nullptr;
     }
-    play->clips = std::make_unique<FakeList>(names);
-    play->record.clipCount = info.claimedClips.value_or(quint32(names.size()));
-    play->record.clips = play->clips.get();
-    play->record.inTimes = play->in.data();
-    play->record.outTimes = play->out.data();
-    play->record.timeStamp = info.timeStamp;
-    play->record.duration = info.duration;
-    m_plays.push_back(std::move(play));
-    return &m_plays.back()->record;
-}
 
-const AVBased::BDPlayInfo* FakeLoader::titleInfo(const char* title)
-{
-    called(QStringLiteral("titleInfo %1").arg(QLatin1String(title)));
-    const FakeBdTitle* found = find(title);
-    return found && found->hasInfo ? keep(found->play) : nullptr;
-}
-
-const AVBased::BDPlayInfo* FakeLoader::chapters(const char* title, std::uint32_t* count)
-{
-    called(QStringLiteral("chapters %1").arg(QLatin1String(title)));
-    std::vector<AVBased::BDPlayInfo> records;
-    if (const FakeBdTitle* found = find(title)) {
-        for (const FakePlayInfo& chapter : found->chapters)
-            records.push_back(*keep(chapter));
+    std::uint32_t movieCount() override { return quint32(m_movies.size()); }
+    const AVMovieInfo* movieInfo(std::uint32_t index) override
+    {
+        called("movieInfo", index);
+        return index < m_movies.size() ? &m_movies[index] : nullptr;
     }
-    m_chapters.push_back(std::move(records));
-    *count = quint32(m_chapters.back().size());
-    return m_chapters.back().data();
-}
 
-void FakeLoader::release()
+    IAVSource* openSource(std::int32_t movieId, std::int32_t videoStreamId,
+                          std::int32_t audioStreamId) override
+    {
+        const bool opens = called("openSource", movieId, videoStreamId, audioStreamId);
+        return opens ? make<FakeSource>(m_item.reads) : nullptr;
+    }
+
+    void close() override { called("close"); }
+    void release() override { released(); }
+
+    const char* value(const char* key) override
+    {
+        called("value", key);
+        return m_item.drm ? m_item.drm->constData() : nullptr;
+    }
+
+    std::uint32_t titleSetCount() override { return quint32(m_sets.size()); }
+    const DVDTitleSetInfo* titleSet(std::uint32_t index) override
+    {
+        called("titleSet", index);
+        return index < m_sets.size() ? &m_sets[index] : nullptr;
+    }
+    bool isDiscScrambled(const char* utf8Path) override
+    {
+        called("isDiscScrambled", utf8Path);
+        return m_item.scrambled;
+    }
+    bool isMainTitle(std::int32_t) override { return false; }
+
+private:
+    FakeItem m_item;
+    std::vector<AVMovieInfo> m_movies;
+    std::vector<std::vector<DVDTitleInfo>> m_titles;
+    std::vector<DVDTitleSetInfo> m_sets;
+};
+
+class FakeList : public FakeObject, public IBDList
 {
-    released();
-}
+public:
+    FakeList()
+        : FakeObject("list")
+    {}
+    void append(const QByteArray& name) { m_items.emplace_back().text = name; }
 
-FakeTimeline::FakeTimeline()
-    : FakeObject(QStringLiteral("timeline"))
-{}
+    void release() override { released(); }
+    std::uint32_t count() override { return quint32(m_items.size()); }
+    IBDListItem* item(std::uint32_t index) override
+    {
+        return index < m_items.size() ? &m_items[index] : nullptr;
+    }
 
-const AVBased::AVImporterDescriptor* FakeTimeline::descriptor()
+private:
+    struct Item : IBDListItem
+    {
+        QByteArray text;
+        const char* name() override { return text.constData(); }
+    };
+    std::deque<Item> m_items;
+};
+
+class FakeLoader : public FakeObject, public IBDLoader
 {
-    static const AVBased::AVImporterDescriptor descriptor = {"timeline", "Fake timeline"};
-    return &descriptor;
+public:
+    FakeLoader()
+        : FakeObject("loader")
+    {}
+
+    bool open(const char* utf8Path) override
+    {
+        called("open", QString::fromUtf8(utf8Path));
+        m_disc = FakeEngine::instance().discs.value(utf8Path);
+        return FakeEngine::instance().discs.contains(utf8Path);
+    }
+
+    const BDDiscInfo* discInfo(std::uint32_t) override
+    {
+        m_info.name = m_disc.name.constData();
+        return called("discInfo") ? &m_info : nullptr;
+    }
+
+    IBDList* fileList() override
+    {
+        if (!called("fileList"))
+            return nullptr;
+        auto* list = make<FakeList>();
+        for (const auto& file : m_disc.files)
+            list->append(file.first);
+        return list;
+    }
+
+    IBDList* titleList() override
+    {
+        if (!called("titleList"))
+            return nullptr;
+        auto* list = make<FakeList>();
+        for (const FakeBdTitle& title : m_disc.titles)
+            list->append(title.name);
+        return list;
+    }
+
+    const AVMovieInfo* fileMovieInfo(const char* name) override
+    {
+        for (const auto& file : m_disc.files) {
+            if (file.first == name)
+                return &m_movies.emplace_back(file.second.record());
+        }
+        return nullptr;
+    }
+
+    const BDPlayInfo* titleInfo(const char* title) override
+    {
+        const FakeBdTitle* found = find(title);
+        return called("titleInfo", title) && found ? keep(found->play) : nullptr;
+    }
+
+    const BDPlayInfo* chapters(const char* title, std::uint32_t* count) override
+    {
+        called("chapters", title);
+        auto& records = m_chapters.emplace_back();
+        if (const FakeBdTitle* found = find(title)) {
+            for (const FakePlayInfo& chapter : found->chapters)
+                records.push_back(*keep(chapter));
+        }
+        *count = quint32(records.size());
+        return records.data();
+    }
+
+    void release() override { released(); }
+
+private:
+    struct Play
+    {
+        std::vector<double> in;
+        std::vector<double> out;
+        FakeList clips;
+        BDPlayInfo record{};
+    };
+
+    const FakeBdTitle* find(const char* name) const
+    {
+        for (const FakeBdTitle& title : m_disc.titles) {
+            if (title.name == name)
+                return &title;
+        }
+        return nullptr;
+    }
+
+    const BDPlayInfo* keep(const FakePlayInfo& info)
+    {
+        Play& play = m_plays.emplace_back();
+        for (const FakeClip& clip : info.clips) {
+            play.in.push_back(clip.in);
+            play.out.push_back(clip.out);
+            play.clips.append(clip.file);
+        }
+        play.record = {info.claimedClips.value_or(play.clips.count()),
+                       &play.clips,
+                       play.in.data(),
+                       play.out.data(),
+                       info.timeStamp,
+                       info.duration,
+                       {}};
+        return &play.record;
+    }
+
+    FakeDisc m_disc;
+    BDDiscInfo m_info{};
+    std::deque<AVMovieInfo> m_movies;
+    std::deque<Play> m_plays;
+    std::deque<std::vector<BDPlayInfo>> m_chapters;
+};
+
+/// Of a path; timelines have names that no two imports share.
+QString nameOf(const char* utf8Path)
+{
+    const QString path = QString::fromUtf8(utf8Path);
+    return path.endsWith(".seix") ? QString("(timeline)") : path;
 }
 
-void* FakeTimeline::queryExtension(const char* name)
+class FakeTimeline : public FakeObject, public IAVImporter, public ISimpleEditTimeLine
 {
-    called(QStringLiteral("queryExtension %1").arg(QLatin1String(name)));
-    return static_cast<AVBased::ISimpleEditTimeLine*>(this);
+public:
+    FakeTimeline()
+        : FakeObject("timeline")
+    {}
+
+    const AVImporterDescriptor* descriptor() override { return nullptr; }
+    void* queryExtension(const char* name) override
+    {
+        called("queryExtension", name);
+        return static_cast<ISimpleEditTimeLine*>(this);
+    }
+    std::uint32_t movieCount() override { return 0; }
+    const AVMovieInfo* movieInfo(std::uint32_t) override { return nullptr; }
+    IAVSource* openSource(std::int32_t, std::int32_t, std::int32_t) override { return nullptr; }
+    void close() override { called("close"); }
+    void release() override { released(); }
+
+    void saveToFile(const char* utf8Path) override { called("saveToFile", nameOf(utf8Path)); }
+    std::int32_t applyFormat(const FormatRecord* f) override
+    {
+        called("applyFormat", f->durationMs, f->width, f->height, f->frameRate, f->sampleRate,
+               f->channels, f->aspectRatio);
+        return m_sources;
+    }
+    void insertSource(std::int32_t position, const SourceRecord* source) override
+    {
+        ++m_sources;
+        called("insertSource", position, QString::fromUtf8(source->url), source->inPointMs,
+               source->outPointMs);
+    }
+    void reset() override { called("reset"); }
+    void selectItem(std::int32_t index) override { called("selectItem", index); }
+
+private:
+    int m_sources = 0;
+};
+
+class FakeManager : public IAVManager
+{
+public:
+    IAVImporter* createNamedImporter(const char* name) override
+    {
+        const bool exists = FakeEngine::instance().note(callText("createNamedImporter", name));
+        return exists ? make<FakeTimeline>() : nullptr;
+    }
+
+    IAVImporter* createImporter(const char* utf8Path) override
+    {
+        FakeEngine& engine = FakeEngine::instance();
+        const QString name = nameOf(utf8Path);
+        engine.note(callText("createImporter", name));
+        if (name == "(timeline)")
+            return engine.anyTimeline ? make<FakeImporter>(*engine.anyTimeline) : nullptr;
+        const auto item = engine.items.constFind(utf8Path);
+        return item == engine.items.constEnd() ? nullptr : make<FakeImporter>(*item);
+    }
+
+    void beginImport() override { FakeEngine::instance().note("beginImport"); }
+};
+
+} // namespace
+
+namespace Vesk {
+
+CAVBasedContext* CAVBasedContext::instance()
+{
+    static CAVBasedContext context;
+    return &context;
 }
 
-void FakeTimeline::close()
+CAVBasedModel* CAVBasedContext::avbasedModel()
 {
-    called(QStringLiteral("close"));
+    static CAVBasedModel model;
+    return &model;
 }
 
-void FakeTimeline::release()
+CAVBasedModelWrapper* CAVBasedModel::w_func()
 {
-    released();
+    static CAVBasedModelWrapper wrapper;
+    return &wrapper;
 }
 
-void FakeTimeline::saveToFile(const char* utf8Path)
+IAVManager* CAVBasedModelWrapper::avmanager()
 {
-    called(QStringLiteral("saveToFile %1")
-               .arg(QString::fromUtf8(utf8Path).endsWith(QLatin1String(".seix"))
-                        ? QStringLiteral("(timeline)")
-                        : QString::fromUtf8(utf8Path)));
+    static FakeManager manager;
+    return &manager;
 }
 
-std::int32_t FakeTimeline::applyFormat(const AVBased::FormatRecord* format)
+IBDLoader* CAVBasedModelWrapper::createBDLoader()
 {
-    called(QStringLiteral("applyFormat %1ms %2x%3 %4 %5Hz %6ch %7")
-               .arg(format->durationMs)
-               .arg(format->width)
-               .arg(format->height)
-               .arg(format->frameRate)
-               .arg(format->sampleRate)
-               .arg(format->channels)
-               .arg(format->aspectRatio));
-    return m_sources;
+    return FakeEngine::instance().note("createBDLoader") ? make<FakeLoader>() : nullptr;
 }
 
-void FakeTimeline::insertSource(std::int32_t position, const AVBased::SourceRecord* source)
+IImageConverter* CAVBasedModelWrapper::CreateImageConverterEx(unsigned pixelFormat, unsigned width,
+                                                              unsigned height, unsigned flags)
 {
-    ++m_sources;
-    called(QStringLiteral("insertSource %1 %2 %3-%4")
-               .arg(QString::number(position), QString::fromUtf8(source->url),
-                    QString::number(source->inPointMs), QString::number(source->outPointMs)));
+    const QString call = callText("createConverter", pixelFormat, width, height, flags);
+    return FakeEngine::instance().note(call) ? make<FakeConverter>(width, height) : nullptr;
 }
 
-void FakeTimeline::reset()
-{
-    called(QStringLiteral("reset"));
-}
-
-void FakeTimeline::selectItem(std::int32_t index)
-{
-    called(QStringLiteral("selectItem %1").arg(index));
-}
+} // namespace Vesk

@@ -2,17 +2,55 @@
 #include "importrun.h"
 
 #include "cimportcontext.h"
+#include "cimportreply_p.h"
 #include "vsputils/cveskexception.h"
 #include "vsputils/cvesklog.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QDirIterator>
-#include <QtCore/QFile>
-#include <QtCore/QFileInfo>
 #include <QtCore/QMutexLocker>
 #include <QtTest/QtTest>
 
 using namespace Vesk;
+
+FakeMovie videoMovie(double duration, int id, const QByteArray& name)
+{
+    return {name,
+            id,
+            {fakeStream(AVBased::StreamKindVideo, 3, duration),
+             fakeStream(AVBased::StreamKindAudio, 4, 0.0)},
+            {}};
+}
+
+FakeItem videoItem(double duration)
+{
+    FakeItem item;
+    item.movies = {videoMovie(duration)};
+    return item;
+}
+
+QStringList withVideos(const QStringList& paths)
+{
+    for (const QString& path : paths)
+        FakeEngine::instance().items.insert(path.toUtf8(), videoItem());
+    return paths;
+}
+
+TaskPtr probeFile(const QString& path, const FakeItem& item)
+{
+    FakeEngine::instance().items.insert(path.toUtf8(), item);
+    return TaskPtr(CImportReplyPrivate::createImportTaskForFile(path));
+}
+
+TaskPtr probeDvd(const FakeItem& item, const QString& path)
+{
+    FakeEngine::instance().items.insert(path.toUtf8(), item);
+    return TaskPtr(CImportReplyPrivate::createImportTaskForDvd(path));
+}
+
+TaskPtr probeBluray(const FakeDisc& disc, const QString& path)
+{
+    FakeEngine::instance().discs.insert(path.toUtf8(), disc);
+    return TaskPtr(CImportReplyPrivate::createImportTaskForBd(path));
+}
 
 ImportRun::ImportRun()
 {
@@ -21,17 +59,15 @@ ImportRun::ImportRun()
         [](const CVeskException& record, void* context) {
             auto* self = static_cast<ImportRun*>(context);
             QMutexLocker lock(&self->m_mutex);
-            self->m_log.append(QStringLiteral("%1 %2 %3")
+            self->m_log.append(QString("%1 %2 %3")
                                    .arg(QString::number(record.code()), record.message(),
                                         QFileInfo(record.file()).fileName()));
         },
         this);
-    connect(
-        &model, &CImportModel::importError, this,
-        [this](int type, const QString& url) {
-            note(QStringLiteral("importError %1 %2").arg(QString::number(type), url));
-        },
-        Qt::DirectConnection);
+    const auto noteError = [this](int type, const QString& url) {
+        note(QString("importError %1 %2").arg(QString::number(type), url));
+    };
+    connect(&model, &CImportModel::importError, this, noteError, Qt::DirectConnection);
 }
 
 ImportRun::~ImportRun()
@@ -45,41 +81,29 @@ CImportReply* ImportRun::open(const QStringList& paths)
     source.setSources(paths);
     reply.reset(model.open(source));
     CImportReply* r = reply.get();
-    running = r;
-    const auto direct = Qt::DirectConnection;
-    connect(
-        r, &CImportReply::taskProcess, this,
-        [this](CImportTask* task, CImportReply::ProcessType type) {
-            if (type == CImportReply::ImportDone)
-                m_tasks.emplace_back(task);
-            note(QStringLiteral("taskProcess %1 %2")
-                     .arg(type == CImportReply::ImportDone ? QStringLiteral("ImportDone")
-                                                           : QStringLiteral("SnapDone"),
-                          task->url()));
-        },
-        direct);
-    connect(
-        r, &CImportReply::importUrl, this,
-        [this](const QString& url) { note(QStringLiteral("importUrl ") + url); }, direct);
-    connect(
-        r, &CImportReply::importPercentChanged, this,
-        [this, r] { note(QStringLiteral("importPercentChanged %1").arg(r->importPercent())); },
-        direct);
-    connect(
-        r, &CImportReply::importFinished, this, [this] { note(QStringLiteral("importFinished")); },
-        direct);
-    connect(
-        r, &CImportReply::snapPercentChanged, this,
-        [this, r] { note(QStringLiteral("snapPercentChanged %1").arg(r->snapPercent())); }, direct);
-    connect(
-        r, &CImportReply::snapFinished, this, [this] { note(QStringLiteral("snapFinished")); },
-        direct);
-    connect(r, &CImportReply::terminated, this, [this] { note(QStringLiteral("terminated")); });
-    m_finished = false;
-    connect(r, &CImportReply::finished, this, [this] {
-        m_finished = true;
-        note(QStringLiteral("finished"));
-    });
+    const auto listen = [this, r](auto signal, auto&& text) {
+        connect(
+            r, signal, this, [this, text] { note(text()); }, Qt::DirectConnection);
+    };
+    listen(&CImportReply::importPercentChanged,
+           [r] { return QString("importPercentChanged %1").arg(r->importPercent()); });
+    listen(&CImportReply::importFinished, [] { return "importFinished"; });
+    listen(&CImportReply::snapPercentChanged,
+           [r] { return QString("snapPercentChanged %1").arg(r->snapPercent()); });
+    listen(&CImportReply::snapFinished, [] { return "snapFinished"; });
+    listen(&CImportReply::terminated, [] { return "terminated"; });
+    listen(&CImportReply::finished, [] { return "finished"; });
+
+    const auto noteUrl = [this](const QString& url) { note("importUrl " + url); };
+    connect(r, &CImportReply::importUrl, this, noteUrl, Qt::DirectConnection);
+    const auto noteTask = [this](CImportTask* task, CImportReply::ProcessType type) {
+        if (type == CImportReply::ImportDone)
+            tasks.emplace_back(task);
+        note((type == CImportReply::ImportDone ? "taskProcess ImportDone "
+                                               : "taskProcess SnapDone ") +
+             task->url());
+    };
+    connect(r, &CImportReply::taskProcess, this, noteTask, Qt::DirectConnection);
     return r;
 }
 
@@ -91,7 +115,7 @@ void ImportRun::run(const QStringList& paths)
 
 void ImportRun::waitForFinished()
 {
-    QTRY_VERIFY_WITH_TIMEOUT(m_finished, 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(events().contains("finished"), 60000);
 }
 
 QStringList ImportRun::events() const
@@ -115,39 +139,9 @@ void ImportRun::note(const QString& event)
 ImportFolder::ImportFolder()
 {
     CImportContext* context = CImportContext::instance();
-    context->setConfigDir(pictures());
-    context->setFileFormats(QStringLiteral("*.mp4;*.avi;"));
-    context->setForbidFormats(QString());
+    context->setConfigDir(path("pictures"));
+    context->setFileFormats("*.mp4;*.avi;");
+    context->setForbidFormats({});
     context->setLimitFileFormat(true);
     context->setDrmSupport(false);
-}
-
-QString ImportFolder::path(const QString& name) const
-{
-    return m_dir.path() + QLatin1Char('/') + name;
-}
-
-QString ImportFolder::file(const QString& name, const QByteArray& content) const
-{
-    QDir().mkpath(QFileInfo(path(name)).absolutePath());
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write a file of the test");
-    return path(name);
-}
-
-QString ImportFolder::folder(const QString& name) const
-{
-    QDir().mkpath(path(name));
-    return path(name);
-}
-
-QStringList ImportFolder::pictureNames() const
-{
-    QStringList names;
-    QDirIterator it(pictures(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        names.append(QDir(pictures()).relativeFilePath(it.next()));
-    names.sort();
-    return names;
 }

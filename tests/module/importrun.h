@@ -5,15 +5,29 @@
 #include "cimportreply.h"
 #include "cimportsource.h"
 #include "cimporttask.h"
+#include "fakeengine.h"
+#include "files.h"
 
 #include <QtCore/QMutex>
 #include <QtCore/QObject>
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
 
-#include <atomic>
 #include <memory>
 #include <vector>
+
+using TaskPtr = std::unique_ptr<Vesk::CImportTask>;
+
+/// A file with a video stream, 3, and an audio stream, 4.
+FakeMovie videoMovie(double duration = 10.0, int id = 0, const QByteArray& name = {});
+FakeItem videoItem(double duration = 10.0);
+/// Puts a video into the engine at each path; the paths.
+QStringList withVideos(const QStringList& paths);
+
+/// The task for what the engine finds at a path; null when the module makes none.
+TaskPtr probeFile(const QString& path, const FakeItem& item);
+TaskPtr probeDvd(const FakeItem& item, const QString& path = "/disc/");
+TaskPtr probeBluray(const FakeDisc& disc, const QString& path = "/d");
 
 /// Runs imports and writes down what a host would hear, in the order in which it is emitted:
 /// "taskProcess ImportDone /a.mp4", "importError 2 /b.mp4", "importUrl /a.mp4",
@@ -37,13 +51,11 @@ public:
 
     QStringList events() const;
     QStringList log() const;
-    Vesk::CImportTask* task(int index) const { return m_tasks.at(size_t(index)).get(); }
-    int taskCount() const { return int(m_tasks.size()); }
 
     Vesk::CImportModel model;
     Vesk::CImportSource source; ///< for import, until a test says otherwise
     std::unique_ptr<Vesk::CImportReply> reply;
-    std::atomic<Vesk::CImportReply*> running{nullptr}; ///< the same, for the import's thread
+    std::vector<TaskPtr> tasks;
 
 private:
     void note(const QString& event);
@@ -51,8 +63,6 @@ private:
     mutable QMutex m_mutex;
     QStringList m_events;
     QStringList m_log;
-    std::vector<std::unique_ptr<Vesk::CImportTask>> m_tasks;
-    bool m_finished = false;
 };
 
 /// A folder for a test with files in it, and the import context set to it and to defaults: pictures
@@ -63,13 +73,14 @@ public:
     ImportFolder();
 
     /// Path of `name` in the folder.
-    QString path(const QString& name) const;
+    QString path(const QString& name) const { return m_dir.path() + '/' + name; }
     /// Makes a file and its folders; its path.
-    QString file(const QString& name, const QByteArray& content = QByteArray("x")) const;
-    QString folder(const QString& name) const;
-    QString pictures() const { return path(QStringLiteral("pictures")); }
-    /// Pictures there are, by their path below pictures().
-    QStringList pictureNames() const;
+    QString file(const QString& name, const QByteArray& content = "x") const
+    {
+        return writeFile(path(name), content);
+    }
+    /// Pictures there are, by their path below "pictures".
+    QStringList pictureNames() const { return filesBelow(path("pictures")); }
 
 private:
     QTemporaryDir m_dir;

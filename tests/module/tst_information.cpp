@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// The objects that describe what was found.
+// The objects that describe what was found, and the lists of formats.
 #include "cbdfileclip.h"
 #include "cbdinformation.h"
 #include "cdvdinformation.h"
-#include "cdvdtrack.h"
-#include "cdvdvideo.h"
+#include "cimportcontext.h"
 #include "cimportmodel.h"
 #include "cimportreply.h"
 #include "cimporttask.h"
@@ -20,125 +19,7 @@
 
 using namespace Vesk;
 
-Q_DECLARE_METATYPE(const QMetaObject*)
-
-class InformationTest : public QObject
-{
-    Q_OBJECT
-
-private Q_SLOTS:
-    void propertiesAndMethodsKeepTheirOrder_data();
-    void propertiesAndMethodsKeepTheirOrder();
-    void startWithDefaults();
-    void countsResizeFromTheEnd();
-    void copiesShareOneRecord();
-    void onlySomeSettersSignal();
-    void findsTheFirstStreams();
-    void travelsThroughMaps();
-    void wideAspectPropertyKeepsItsLowBits();
-
-    void clipsOfOneRangeAreOne();
-    void snapClipsAreSortedWithOneAStart();
-    void manyClipsAreFoundQuickly();
-    void titlesGoBeforeFiles();
-    void subtitlesAreChildren();
-};
-
-void InformationTest::propertiesAndMethodsKeepTheirOrder_data()
-{
-    QTest::addColumn<const QMetaObject*>("meta");
-    QTest::addColumn<QStringList>("properties");
-    QTest::addColumn<QStringList>("methods");
-
-    QTest::newRow("stream") << &CStreamInfomation::staticMetaObject
-                            << QStringList({"streamType", "streamName", "streamId", "language",
-                                            "codecName", "duration", "bitrate", "fourcc", "height",
-                                            "width", "framerate", "rawFramerate", "aspectRatio",
-                                            "rawAspectRatio", "channels", "channelLayout",
-                                            "samplerate", "checked"})
-                            << QStringList("nullChanged()");
-    QTest::newRow("tag") << &CMovieMetaData::staticMetaObject << QStringList({"key", "value"})
-                         << QStringList({"keyChanged()", "valueChanged()"});
-    QTest::newRow("movie") << &CMovieInfomation::staticMetaObject
-                           << QStringList({"movieName", "fileName", "movieFormat", "movieId",
-                                           "streamCount", "metadataCount", "duration", "imageUrl"})
-                           << QStringList({"movieNameChanged()", "movieFormatChanged()",
-                                           "movieIdChanged()", "streamCountChanged()",
-                                           "metadataCountChanged()", "imageUrlChanged()",
-                                           "durationChanged()", "nullChanged()", "stream(int)"});
-    QTest::newRow("dvd") << &CDVDInformation::staticMetaObject << QStringList()
-                         << QStringList("url()");
-    QTest::newRow("task") << &CImportTask::staticMetaObject
-                          << QStringList(
-                                 {"movieInfo", "bdInfo", "dvdInfo", "url", "taskType", "size"})
-                          << QStringList({"nullChanged()", "aboutToDestory()"});
-    QTest::newRow("model") << &CImportModel::staticMetaObject << QStringList()
-                           << QStringList({"importError(int,QString)", "open(CImportSource&)",
-                                           "importErrorProc(CImportModel::ErrorType,QString)"});
-    QTest::newRow("reply")
-        << &CImportReply::staticMetaObject << QStringList({"importPercent", "tasks"})
-        << QStringList({"finished()", "terminated()", "importFinished()", "snapFinished()",
-                        "taskProcess(Vesk::CImportTask*,Vesk::CImportReply::ProcessType)",
-                        "importPercentChanged()", "importUrl(QString)", "snapPercentChanged()",
-                        "tasksChanged()", "resultsChanged()", "exit(int)", "exit()"});
-}
-
-void InformationTest::propertiesAndMethodsKeepTheirOrder()
-{
-    QFETCH(const QMetaObject*, meta);
-    QStringList properties;
-    for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i)
-        properties.append(meta->property(i).name());
-    QTEST(properties, "properties");
-    QStringList methods;
-    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i)
-        methods.append(meta->method(i).methodSignature());
-    QTEST(methods, "methods");
-}
-
-void InformationTest::startWithDefaults()
-{
-    const CMovieInfomation movie;
-    QCOMPARE(movie.movieId(), -1);
-    QCOMPARE(movie.duration(), -1.0);
-    QCOMPARE(movie.streamCount(), 0);
-    const CStreamInfomation stream;
-    QCOMPARE(stream.streamId(), -1);
-    QCOMPARE(stream.streamType(), CStreamInfomation::StreamUnknown);
-    QVERIFY(!stream.checked());
-    const CDVDTitle title;
-    QCOMPARE(title.movieInfo()->movieId(), -1);
-    QVERIFY(title.video() && !title.isMainTitle() && title.angles() == 0);
-    QCOMPARE(CDVDSubtitle().streamId(), 4294967295U);
-    const CDVDTrack track;
-    QCOMPARE(track.number1(), -1);
-    QCOMPARE(track.number2(), 0);
-    QCOMPARE(track.number4(), -1);
-    QCOMPARE(CBDTitle().titleId(), -1);
-}
-
-void InformationTest::countsResizeFromTheEnd()
-{
-    CMovieInfomation movie;
-    movie.setStreamCount(3);
-    const QPointer<CStreamInfomation> first(movie.stream(0));
-    const QPointer<CStreamInfomation> last(movie.stream(2));
-    movie.setStreamCount(1);
-    QVERIFY(last.isNull());
-    QCOMPARE(movie.stream(0), first.data());
-    QVERIFY(!movie.stream(-1) && !movie.stream(1) && !movie.metadata(0));
-    movie.setStreamCount(-5);
-    QCOMPARE(movie.streamCount(), 0);
-    QVERIFY(first.isNull());
-
-    CDVDTitle title;
-    for (int count = 1; count <= 5; ++count)
-        title.setChapterCount(count);
-    CDVDChapter* second = title.chapter(1);
-    title.setChapterCount(2);
-    QCOMPARE(title.chapter(1), second);
-    QVERIFY(!title.chapter(2));
-}
+namespace {
 
 template <typename Information, typename Resize>
 void expectSharing(Resize resize)
@@ -156,218 +37,266 @@ void expectSharing(Resize resize)
     QVERIFY(child);
 }
 
-void InformationTest::copiesShareOneRecord()
-{
-    expectSharing<CMovieInfomation>([](CMovieInfomation& movie) {
-        movie.setStreamCount(2);
-        return movie.stream(1);
-    });
-    expectSharing<CDVDInformation>([](CDVDInformation& dvd) {
-        dvd.setTitleCount(3);
-        return dvd.title(0);
-    });
-    expectSharing<CBDInformation>([](CBDInformation& disc) {
-        disc.setFileCount(2);
-        return disc.file(1);
-    });
+} // namespace
 
-    CDVDTitle title;
+class InformationTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// Hosts that were built before reach them by their numbers.
+    void propertiesAndMethodsKeepTheirOrder()
+    {
+        const auto textOf = [](const QMetaObject& meta) {
+            QString text;
+            for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+                text += meta.property(i).name() + QString(' ');
+            for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+                text += meta.method(i).methodSignature() + ' ';
+            return text;
+        };
+        QCOMPARE(
+            textOf(CStreamInfomation::staticMetaObject),
+            QString("streamType streamName streamId language codecName duration bitrate fourcc "
+                    "height width framerate rawFramerate aspectRatio rawAspectRatio channels "
+                    "channelLayout samplerate checked nullChanged() "));
+        QCOMPARE(textOf(CMovieMetaData::staticMetaObject),
+                 QString("key value keyChanged() valueChanged() "));
+        QCOMPARE(
+            textOf(CMovieInfomation::staticMetaObject),
+            QString("movieName fileName movieFormat movieId streamCount metadataCount duration "
+                    "imageUrl movieNameChanged() movieFormatChanged() movieIdChanged() "
+                    "streamCountChanged() metadataCountChanged() imageUrlChanged() "
+                    "durationChanged() nullChanged() stream(int) "));
+        QCOMPARE(textOf(CDVDInformation::staticMetaObject), QString("url() "));
+        QCOMPARE(textOf(CImportTask::staticMetaObject),
+                 QString("movieInfo bdInfo dvdInfo url taskType size nullChanged() "
+                         "aboutToDestory() "));
+        QCOMPARE(textOf(CImportModel::staticMetaObject),
+                 QString("importError(int,QString) open(CImportSource&) "
+                         "importErrorProc(CImportModel::ErrorType,QString) "));
+        QCOMPARE(
+            textOf(CImportReply::staticMetaObject),
+            QString("importPercent tasks finished() terminated() importFinished() snapFinished() "
+                    "taskProcess(Vesk::CImportTask*,Vesk::CImportReply::ProcessType) "
+                    "importPercentChanged() importUrl(QString) snapPercentChanged() "
+                    "tasksChanged() resultsChanged() exit(int) exit() "));
+    }
+
+    void countsResizeFromTheEnd()
+    {
+        CMovieInfomation movie;
+        movie.setStreamCount(3);
+        const QPointer<CStreamInfomation> first(movie.stream(0));
+        const QPointer<CStreamInfomation> last(movie.stream(2));
+        movie.setStreamCount(1);
+        QVERIFY(last.isNull());
+        QCOMPARE(movie.stream(0), first.data());
+        QVERIFY(!movie.stream(-1) && !movie.stream(1) && !movie.metadata(0));
+        movie.setStreamCount(-5);
+        QCOMPARE(movie.streamCount(), 0);
+        QVERIFY(first.isNull());
+
+        CDVDTitle title;
+        title.setSubtitleCount(2);
+        for (int count = 1; count <= 5; ++count)
+            title.setChapterCount(count);
+        CDVDChapter* second = title.chapter(1);
+        title.setChapterCount(2);
+        QCOMPARE(title.chapter(1), second);
+        QVERIFY(!title.chapter(2) && !second->parent());
+        QCOMPARE(title.subtitle(1)->parent(), &title);
+        title.setSubtitleCount(1);
+        QCOMPARE(title.children().count(), 1);
+    }
+
+    void copiesShareOneRecord()
+    {
+        expectSharing<CMovieInfomation>([](CMovieInfomation& movie) {
+            movie.setStreamCount(2);
+            return movie.stream(1);
+        });
+        expectSharing<CDVDInformation>([](CDVDInformation& dvd) {
+            dvd.setTitleCount(3);
+            return dvd.title(0);
+        });
+        expectSharing<CBDInformation>([](CBDInformation& disc) {
+            disc.setFileCount(2);
+            return disc.file(1);
+        });
+    }
+
+    void onlySomeSettersSignal()
+    {
+        CMovieInfomation movie;
+        QSignalSpy name(&movie, SIGNAL(movieNameChanged()));
+        QSignalSpy duration(&movie, SIGNAL(durationChanged()));
+        QSignalSpy image(&movie, SIGNAL(imageUrlChanged()));
+        movie.setMovieName("name");
+        for (const double seconds : {-1.0, 0.0, 0.0, 5.0, 5.0 + 1e-13})
+            movie.setDuration(seconds);
+        for (const char* url : {"", "a", "a"})
+            movie.setImageUrl(url);
+        QCOMPARE(name.count(), 0);
+        QCOMPARE(duration.count(), 2);
+        QCOMPARE(image.count(), 1);
+
+        CMovieMetaData tag;
+        QSignalSpy key(&tag, SIGNAL(keyChanged()));
+        tag.setKey("a");
+        tag.setKey("a");
+        QCOMPARE(key.count(), 1);
+    }
+
+    void findsTheFirstStreams()
+    {
+        CMovieInfomation movie;
+        const auto add = [&movie](CStreamInfomation::StreamType type, int id) {
+            movie.setStreamCount(movie.streamCount() + 1);
+            movie.stream(movie.streamCount() - 1)->setStreamType(type);
+            movie.stream(movie.streamCount() - 1)->setStreamId(id);
+        };
+        int audio = 0;
+        int video = 0;
+        int subtitle = 0;
+        CStreamInfomation* found = nullptr;
+
+        add(CStreamInfomation::StreamSubtitle, 11);
+        QVERIFY(!movie.findFirstStreamID(audio, video, &subtitle));
+        QCOMPARE(subtitle, 11);
+        QCOMPARE(audio, -1);
+        QVERIFY(!movie.findFirstStreamInfo(CStreamInfomation::StreamVideo, &found));
+        QVERIFY(!found);
+
+        add(CStreamInfomation::StreamAudio, -1);
+        add(CStreamInfomation::StreamAudio, 5);
+        add(CStreamInfomation::StreamVideo, 7);
+        add(CStreamInfomation::StreamAudio, 9);
+        QVERIFY(movie.findFirstStreamID(audio, video));
+        QCOMPARE(audio, 5);
+        QCOMPARE(video, 7);
+        QVERIFY(movie.findFirstStreamInfo(CStreamInfomation::StreamAudio, &found));
+        QCOMPARE(found, movie.stream(1));
+    }
+
+    void travelsThroughMaps()
     {
         CMovieInfomation movie;
         movie.setMovieName("name");
-        title.setMovieInfo(&movie);
-        CDVDVideo video;
-        video.setNumber1(7);
-        title.setVideo(&video);
+        movie.setStreamCount(2);
+        movie.setDuration(3.5);
+        QMap<QString, QVariant> map;
+        movie >> map;
+        QCOMPARE(map.keys().join(' '),
+                 QString("duration fileName imageUrl metadataCount movieFormat "
+                         "movieId movieName streamCount"));
+        map.insert("unknown", 1);
+        CMovieInfomation other;
+        other << map;
+        QCOMPARE(other.movieName(), QString("name"));
+        QCOMPARE(other.streamCount(), 2);
+        QCOMPARE(other.duration(), 3.5);
+        QVERIFY(other.dynamicPropertyNames().isEmpty());
     }
-    QCOMPARE(title.movieInfo()->movieName(), QString("name"));
-    QCOMPARE(title.video()->number1(), 7);
-}
 
-void InformationTest::onlySomeSettersSignal()
-{
-    CMovieInfomation movie;
-    QSignalSpy name(&movie, SIGNAL(movieNameChanged()));
-    QSignalSpy duration(&movie, SIGNAL(durationChanged()));
-    QSignalSpy image(&movie, SIGNAL(imageUrlChanged()));
-    movie.setMovieName("name");
-    movie.setDuration(-1.0);
-    QCOMPARE(duration.count(), 0);
-    movie.setDuration(0.0);
-    movie.setDuration(0.0);
-    movie.setDuration(5.0);
-    movie.setDuration(5.0 + 1e-13);
-    movie.setImageUrl(QString());
-    movie.setImageUrl("a");
-    movie.setImageUrl("a");
-    QCOMPARE(name.count(), 0);
-    QCOMPARE(duration.count(), 2);
-    QCOMPARE(image.count(), 1);
-
-    CMovieMetaData tag;
-    QSignalSpy key(&tag, SIGNAL(keyChanged()));
-    tag.setKey("a");
-    tag.setKey("a");
-    QCOMPARE(key.count(), 1);
-}
-
-void InformationTest::findsTheFirstStreams()
-{
-    CMovieInfomation movie;
-    const auto add = [&movie](CStreamInfomation::StreamType type, int id) {
-        movie.setStreamCount(movie.streamCount() + 1);
-        movie.stream(movie.streamCount() - 1)->setStreamType(type);
-        movie.stream(movie.streamCount() - 1)->setStreamId(id);
-    };
-    int audio = 0;
-    int video = 0;
-    int subtitle = 0;
-    CStreamInfomation* found = nullptr;
-
-    add(CStreamInfomation::StreamSubtitle, 11);
-    QVERIFY(!movie.findFirstStreamID(audio, video, &subtitle));
-    QCOMPARE(subtitle, 11);
-    QCOMPARE(audio, -1);
-    QVERIFY(!movie.findFirstStreamInfo(CStreamInfomation::StreamVideo, &found));
-    QVERIFY(!found);
-
-    add(CStreamInfomation::StreamAudio, -1);
-    add(CStreamInfomation::StreamAudio, 5);
-    add(CStreamInfomation::StreamVideo, 7);
-    add(CStreamInfomation::StreamAudio, 9);
-    QVERIFY(movie.findFirstStreamID(audio, video));
-    QCOMPARE(audio, 5);
-    QCOMPARE(video, 7);
-    QVERIFY(movie.findFirstStreamInfo(CStreamInfomation::StreamAudio, &found));
-    QCOMPARE(found, movie.stream(1));
-}
-
-void InformationTest::travelsThroughMaps()
-{
-    CMovieInfomation movie;
-    movie.setMovieName("name");
-    movie.setStreamCount(2);
-    movie.setDuration(3.5);
-    QMap<QString, QVariant> map;
-    movie >> map;
-    QCOMPARE(map.keys(), QStringList({"duration", "fileName", "imageUrl", "metadataCount",
-                                      "movieFormat", "movieId", "movieName", "streamCount"}));
-    map.insert("unknown", 1);
-    CMovieInfomation other;
-    other << map;
-    QCOMPARE(other.movieName(), QString("name"));
-    QCOMPARE(other.streamCount(), 2);
-    QCOMPARE(other.duration(), 3.5);
-    QVERIFY(other.dynamicPropertyNames().isEmpty());
-}
-
-void InformationTest::wideAspectPropertyKeepsItsLowBits()
-{
-    CStreamInfomation stream;
-    stream.setRawAspectRatio(4294967295U);
-    QCOMPARE(stream.property("rawAspectRatio").toULongLong(), 4294967295ULL);
-    QVERIFY(stream.setProperty("rawAspectRatio", 4294967296ULL));
-    QCOMPARE(stream.rawAspectRatio(), 0U);
-    stream.setRawFramerate(~quint64(0));
-    QCOMPARE(stream.property("rawFramerate").toULongLong(), ~quint64(0));
-}
-
-void InformationTest::clipsOfOneRangeAreOne()
-{
-    CBDFile file;
-    QVERIFY(file.empty());
-    CBDFileClip* clip = file.appendClip(10.0, 20.0);
-    QCOMPARE(file.appendClip(10.0 + 1e-12, 20.0 - 1e-12), clip);
-    QCOMPARE(clip->file(), &file);
-    QCOMPARE(clip->duration(), 10.0);
-    QVERIFY(file.appendClip(10.0, 20.1) != clip);
-    // Nothing but zero itself is fuzzily equal to zero.
-    QVERIFY(file.appendClip(0.0, 5.0) != file.appendClip(1e-13, 5.0));
-    const double nan = std::numeric_limits<double>::quiet_NaN();
-    QVERIFY(file.appendClip(nan, 5.0) != file.appendClip(nan, 5.0));
-    QCOMPARE(file.clips().count(), 6);
-    QCOMPARE(file.appendClip(10.0, 20.0), clip);
-    clip->setTimeStart(11.0);
-    QCOMPARE(file.appendClip(11.0, 20.0), clip);
-    QVERIFY(file.appendClip(10.0, 20.0) != clip);
-
-    QSignalSpy changed(clip, SIGNAL(imageUrlChanged()));
-    clip->setImageUrl("a");
-    clip->setImageUrl("a");
-    QCOMPARE(changed.count(), 1);
-    QCOMPARE(static_cast<QObject*>(clip)->property("imageUrl").toString(), QString("a"));
-}
-
-void InformationTest::snapClipsAreSortedWithOneAStart()
-{
-    CBDFile file;
-    QVERIFY(file.snapClips().isEmpty());
-    file.appendClip(30.0, 31.0);
-    file.appendClip(10.0, 11.0);
-    file.appendClip(20.0, 21.0);
-    file.appendClip(10.0, 15.0);
-    const QList<CBDFileClip*>& list = file.snapClips();
-    QCOMPARE(list.count(), 3);
-    QCOMPARE(list.at(0)->timeStart(), 10.0);
-    QCOMPARE(list.at(1)->timeStart(), 20.0);
-    QCOMPARE(list.at(2)->timeStart(), 30.0);
-
-    // Made anew only when clips have joined.
-    list.at(0)->setTimeStart(99.0);
-    QCOMPARE(&file.snapClips(), &list);
-    QCOMPARE(list.at(0)->timeStart(), 99.0);
-    file.appendClip(40.0, 50.0);
-    file.snapClips();
-    QCOMPARE(list.last()->timeStart(), 99.0);
-    QCOMPARE(list.count(), 5);
-}
-
-/// Tens of thousands of ranges in one file come from discs made to confuse players. A walk through
-/// the list for each would take minutes, and the test its time limit.
-void InformationTest::manyClipsAreFoundQuickly()
-{
-    CBDFile file;
-    const int count = 100000;
-    for (int pass = 0; pass < 2; ++pass) {
-        for (int i = 0; i < count; ++i)
-            file.appendClip(1.0, 2.0 + i);
-    }
-    QCOMPARE(file.clips().count(), count);
-}
-
-void InformationTest::titlesGoBeforeFiles()
-{
-    QStringList order;
+    void clipsOfOneRangeAreOne()
     {
-        CBDInformation disc;
-        disc.setFileCount(1);
-        disc.setTitleCount(1);
-        CBDFileClip* clip = disc.file(0)->appendClip(0.0, 1.0);
-        disc.title(0)->appendClip(clip);
-        disc.title(0)->setChapterCount(1);
-        disc.title(0)->chapter(0)->appendClip(clip);
-        QCOMPARE(disc.title(0)->clip(0), clip);
-        QVERIFY(!disc.title(0)->clip(1) && !disc.title(0)->chapter(1) && !disc.file(1));
-        connect(clip, &QObject::destroyed, [&order] { order.append("clip"); });
-        connect(disc.title(0), &QObject::destroyed, [&order] { order.append("title"); });
-        disc.setTitleCount(0);
-        QCOMPARE(order, QStringList("title"));
-        disc.setTitleCount(1);
-        connect(disc.title(0), &QObject::destroyed, [&order] { order.append("title"); });
-    }
-    QCOMPARE(order, QStringList({"title", "title", "clip"}));
-}
+        CBDFile file;
+        QVERIFY(file.empty());
+        CBDFileClip* clip = file.appendClip(10.0, 20.0);
+        QCOMPARE(file.appendClip(10.0 + 1e-12, 20.0 - 1e-12), clip);
+        QVERIFY(file.appendClip(10.0, 20.1) != clip);
+        // Nothing but zero itself is fuzzily equal to zero.
+        QVERIFY(file.appendClip(0.0, 5.0) != file.appendClip(1e-13, 5.0));
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        QVERIFY(file.appendClip(nan, 5.0) != file.appendClip(nan, 5.0));
+        QCOMPARE(file.clips().count(), 6);
+        QCOMPARE(file.appendClip(10.0, 20.0), clip);
+        clip->setTimeStart(11.0);
+        QCOMPARE(file.appendClip(11.0, 20.0), clip);
+        QVERIFY(file.appendClip(10.0, 20.0) != clip);
 
-void InformationTest::subtitlesAreChildren()
-{
-    CDVDTitle title;
-    title.setSubtitleCount(2);
-    title.setChapterCount(2);
-    QCOMPARE(title.subtitle(1)->parent(), &title);
-    QVERIFY(!title.chapter(0)->parent());
-    title.setSubtitleCount(1);
-    QCOMPARE(title.children().count(), 1);
-}
+        QSignalSpy changed(clip, SIGNAL(imageUrlChanged()));
+        clip->setImageUrl("a");
+        clip->setImageUrl("a");
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(static_cast<QObject*>(clip)->property("imageUrl").toString(), QString("a"));
+    }
+
+    void snapClipsAreSortedWithOneAStart()
+    {
+        CBDFile file;
+        QVERIFY(file.snapClips().isEmpty());
+        for (const auto& range : {std::pair(30, 31), {10, 11}, {20, 21}, {10, 15}})
+            file.appendClip(range.first, range.second);
+        const QList<CBDFileClip*>& list = file.snapClips();
+        QCOMPARE(list.count(), 3);
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(list.at(i)->timeStart(), 10.0 * (i + 1));
+
+        // Made anew only when clips have joined.
+        list.at(0)->setTimeStart(99.0);
+        QCOMPARE(&file.snapClips(), &list);
+        QCOMPARE(list.at(0)->timeStart(), 99.0);
+        file.appendClip(40.0, 50.0);
+        file.snapClips();
+        QCOMPARE(list.last()->timeStart(), 99.0);
+        QCOMPARE(list.count(), 5);
+    }
+
+    /// Tens of thousands of ranges in one file come from discs made to confuse players. A walk
+    /// through the list for each would take minutes, and the test its time limit.
+    void manyClipsAreFoundQuickly()
+    {
+        CBDFile file;
+        const int count = 100000;
+        for (int i = 0; i < 2 * count; ++i)
+            file.appendClip(1.0, 2.0 + i % count);
+        QCOMPARE(file.clips().count(), count);
+    }
+
+    void titlesGoBeforeFiles()
+    {
+        QStringList order;
+        {
+            CBDInformation disc;
+            disc.setFileCount(1);
+            CBDFileClip* clip = disc.file(0)->appendClip(0.0, 1.0);
+            connect(clip, &QObject::destroyed, [&order] { order.append("clip"); });
+            for (int pass = 0; pass < 2; ++pass) {
+                disc.setTitleCount(0);
+                disc.setTitleCount(1);
+                disc.title(0)->appendClip(clip);
+                disc.title(0)->setChapterCount(1);
+                disc.title(0)->chapter(0)->appendClip(clip);
+                connect(disc.title(0), &QObject::destroyed, [&order] { order.append("title"); });
+            }
+            QVERIFY(!disc.title(0)->clip(1) && !disc.title(0)->chapter(1) && !disc.file(1));
+            QCOMPARE(order, QStringList("title"));
+        }
+        QCOMPARE(order, QStringList({"title", "title", "clip"}));
+    }
+
+    void formatsLeaveTheOtherList()
+    {
+        CImportContext* context = CImportContext::instance();
+        const auto adding = [context](const char* added, const char* list, const char* other) {
+            context->setFileFormats(list);
+            context->setForbidFormats(other);
+            context->addFileFormat(added);
+            const QString result = context->fileFormats() + '|' + context->forbidFormats();
+            context->setForbidFormats(list);
+            context->setFileFormats(other);
+            context->addForbidFormat(added);
+            const QString opposite = context->forbidFormats() + '|' + context->fileFormats();
+            return result == opposite ? result : "not the same";
+        };
+        QCOMPARE(adding("*.mkv;", "*.avi;", ""), QString("*.avi;*.mkv;|"));
+        QCOMPARE(adding("*.mp4;", "*.MP4;", "*.avi;*.Mp4;"), QString("*.MP4;|*.avi;"));
+        QCOMPARE(adding("*.mp", "*.mp4;", ""), QString("*.mp4;|"));
+        QCOMPARE(adding("*.avi;", "", "*.avi;*.AVI;*.mkv;"), QString("*.avi;|*.mkv;"));
+    }
+};
 
 QTEST_GUILESS_MAIN(InformationTest)
 #include "tst_information.moc"

@@ -1,48 +1,45 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "programrun.h"
 
-#include <QtCore/QDir>
-#include <QtCore/QDirIterator>
-#include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
+#include <QtCore/QProcessEnvironment>
 
-namespace {
+QJsonValue at(const QJsonValue& value, const QString& path)
+{
+    QJsonValue found = value;
+    for (const QString& key : path.split('/'))
+        found = found.isArray() ? found.toArray().at(key.toInt()) : found.toObject().value(key);
+    return found;
+}
 
-const int longestRunMs = 120000;
-
+QString textAt(const QJsonValue& value, const QString& path)
+{
+    return at(value, path).toVariant().toString();
 }
 
 int ProgramRun::run(const QStringList& arguments)
 {
-    QProcess process;
-    process.setProcessEnvironment(environment());
-    process.start(PROGRAM, QStringList({"--config-dir", path("pictures")}) + arguments);
-    return finish(process);
+    return finish(PROGRAM, QStringList({"--config-dir", path("pictures")}) + arguments);
 }
 
 int ProgramRun::shell(const QString& script)
 {
-    QProcess process;
-    process.setProcessEnvironment(environment());
-    process.setWorkingDirectory(m_folder.path());
-    process.start("/bin/sh", {"-c", script});
-    return finish(process);
+    return finish("/bin/sh", {"-c", script});
 }
 
 /// With a temporary folder of its own, so that what is left behind there can be told.
-QProcessEnvironment ProgramRun::environment() const
+int ProgramRun::finish(const QString& program, const QStringList& arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     QDir().mkpath(path("temporary"));
     environment.insert("TMPDIR", path("temporary"));
     environment.insert("vspimport", PROGRAM " --config-dir " + path("pictures"));
-    return environment;
-}
-
-int ProgramRun::finish(QProcess& process)
-{
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(m_folder.path());
+    process.start(program, arguments);
     const bool finished =
-        process.waitForFinished(longestRunMs) && process.exitStatus() == QProcess::NormalExit;
+        process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit;
     output = process.readAllStandardOutput();
     errorOutput = process.readAllStandardError();
     status = finished ? process.exitCode() : -1;
@@ -52,16 +49,19 @@ int ProgramRun::finish(QProcess& process)
 QJsonObject ProgramRun::import(const QStringList& arguments)
 {
     run(QStringList({"--json", path("result.json")}) + arguments);
-    QFile file(path("result.json"));
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
-                                          : QJsonObject();
+    return result();
+}
+
+QJsonObject ProgramRun::result() const
+{
+    return QJsonDocument::fromJson(contentOf(path("result.json"))).object();
 }
 
 QStringList ProgramRun::taskUrls(const QJsonObject& result)
 {
     QStringList urls;
     for (const QJsonValue& task : result.value("tasks").toArray())
-        urls.append(task.toObject().value("url").toString());
+        urls << textAt(task, "url");
     urls.sort();
     return urls;
 }
@@ -69,44 +69,17 @@ QStringList ProgramRun::taskUrls(const QJsonObject& result)
 QStringList ProgramRun::errors(const QJsonObject& result)
 {
     QStringList texts;
-    for (const QJsonValue& error : result.value("errors").toArray()) {
-        texts.append(error.toObject().value("type").toString() + ' ' +
-                     error.toObject().value("url").toString());
-    }
+    for (const QJsonValue& error : result.value("errors").toArray())
+        texts << textAt(error, "type") + ' ' + textAt(error, "url");
     texts.sort();
     return texts;
 }
 
-QJsonObject ProgramRun::task(const QJsonObject& result, const QString& path)
+QJsonValue ProgramRun::task(const QJsonObject& result, const QString& path)
 {
     for (const QJsonValue& task : result.value("tasks").toArray()) {
-        if (task.toObject().value("url").toString() == path)
-            return task.toObject();
+        if (textAt(task, "url") == path)
+            return task;
     }
-    return QJsonObject();
-}
-
-QString ProgramRun::file(const QString& name, const QByteArray& content) const
-{
-    QDir().mkpath(QFileInfo(path(name)).absolutePath());
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write a file of the test");
-    return path(name);
-}
-
-QStringList ProgramRun::leftBehind() const
-{
-    return QDir(path("temporary"))
-        .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-}
-
-QStringList ProgramRun::pictures() const
-{
-    QStringList names;
-    QDirIterator it(path("pictures"), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext())
-        names.append(QDir(path("pictures")).relativeFilePath(it.next()));
-    names.sort();
-    return names;
+    return {};
 }

@@ -1,14 +1,18 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include <QtCore/QByteArray>
+#include "files.h"
+#include "fixture.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
-#include <QtCore/QList>
 #include <QtCore/QProcess>
-#include <QtCore/QProcessEnvironment>
 #include <QtCore/QStringList>
 #include <QtCore/QTemporaryDir>
+
+/// The value at a path as in "tasks/0/url".
+QJsonValue at(const QJsonValue& value, const QString& path);
+QString textAt(const QJsonValue& value, const QString& path);
 
 /// Runs the program with pictures and JSON in a folder of its own.
 class ProgramRun
@@ -22,28 +26,31 @@ public:
 
     /// Runs it with --json and reads that; a null object when there is none.
     QJsonObject import(const QStringList& arguments);
+    QJsonObject result() const;
 
     /// Paths of the tasks of `result`, sorted; of its errors, as "type path".
     static QStringList taskUrls(const QJsonObject& result);
     static QStringList errors(const QJsonObject& result);
     /// The one task for `path`.
-    static QJsonObject task(const QJsonObject& result, const QString& path);
+    static QJsonValue task(const QJsonObject& result, const QString& path);
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
     /// Makes a file in the folder; its path.
-    QString file(const QString& name, const QByteArray& content) const;
-    /// What the last run has left in its temporary folder.
-    QStringList leftBehind() const;
+    QString file(const QString& name, const QByteArray& content) const
+    {
+        return writeFile(path(name), content);
+    }
+    /// What is left in the temporary folder.
+    QStringList leftBehind() const { return filesBelow(path("temporary")); }
     /// Names of the pictures, sorted.
-    QStringList pictures() const;
+    QStringList pictures() const { return filesBelow(path("pictures")); }
 
     QByteArray output; ///< of the last run
     QByteArray errorOutput;
     int status = 0;
 
 private:
-    QProcessEnvironment environment() const;
-    int finish(QProcess& process);
+    int finish(const QString& program, const QStringList& arguments);
 
     QTemporaryDir m_folder;
 };

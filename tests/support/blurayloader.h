@@ -15,29 +15,25 @@ inline LoaderPtr openDisc(const QString& path)
     return loader->open(path.toUtf8().constData()) ? std::move(loader) : LoaderPtr();
 }
 
+/// The names that a list holds, which is released.
 inline QStringList namesOf(AVBased::IBDList* list)
 {
+    const ListPtr owner(list);
     QStringList names;
     for (quint32 i = 0; i < list->count(); ++i)
         names << QString::fromUtf8(list->item(i)->name());
     return names;
 }
 
-inline QStringList titleNames(const LoaderPtr& loader)
+inline const AVBased::AVMovieInfo* streamFile(const LoaderPtr& loader, const QString& path)
 {
-    return namesOf(ListPtr(loader->titleList()).get());
-}
-
-inline QString fileName(const char* path)
-{
-    return QString::fromUtf8(path).section('/', -1);
+    return loader->fileMovieInfo(path.toUtf8().constData());
 }
 
 /// A clip of `seconds`, whose time stamps begin at `start` seconds.
 inline authoring::Clip plainClip(quint32 start, quint32 seconds)
 {
-    authoring::Clip clip;
-    clip.sequences = {{0, start * authoring::second, (start + seconds) * authoring::second}};
-    clip.streams = authoring::usualStreams();
-    return clip;
+    return {{{0, start * authoring::second, (start + seconds) * authoring::second}},
+            authoring::usualStreams(),
+            {}};
 }

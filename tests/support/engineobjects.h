@@ -3,6 +3,7 @@
 // What a host does with the engine's objects, in short.
 #pragma once
 
+#include "fixture.h"
 #include "vspavbased/cavbasedcontext.h"
 #include "vspavbased/iavimporter.h"
 #include "vspavbased/iavmanager.h"
@@ -36,9 +37,20 @@ inline Vesk::CAVBasedModelWrapper* engineWrapper()
     return Vesk::CAVBasedContext::instance()->avbasedModel()->w_func();
 }
 
-inline ImporterPtr openItem(const QByteArray& utf8Path)
+inline ImporterPtr openItem(const QString& path)
 {
-    return ImporterPtr(engineWrapper()->avmanager()->createImporter(utf8Path.constData()));
+    return ImporterPtr(engineWrapper()->avmanager()->createImporter(path.toUtf8().constData()));
+}
+
+inline ImporterPtr openFixture(const QString& name)
+{
+    return openItem(fixturePath(name));
+}
+
+/// Null when there is no importer.
+inline SourcePtr openVideo(const ImporterPtr& importer, int movie = 0, int stream = 0)
+{
+    return SourcePtr(importer ? importer->openSource(movie, stream, -1) : nullptr);
 }
 
 /// A copy of the picture of `frame` in `width` x `height`; null when the engine gives none.
@@ -71,14 +83,33 @@ inline AVBased::IAVFrame* frameAt(AVBased::IAVSource& source, int positionMs, in
     return frame;
 }
 
-/// The second that a picture tells by its brightness, when luma is 16 + `step` a second.
-inline double secondOf(const QImage& picture, double step)
+/// "kind codec language name" of a stream, with its measures.
+inline QString textOf(const AVBased::AVStreamInfo& stream)
 {
-    const int grey = qGray(picture.pixel(picture.width() / 2, picture.height() / 2));
-    return grey * 219.0 / 255.0 / step;
+    const QString head =
+        QString("%1 %2 %3 %4").arg(stream.kind).arg(stream.codecName, stream.language, stream.name);
+    if (stream.kind == AVBased::StreamKindVideo) {
+        return head + QString(" %1x%2 %3/%4 %5:%6 %7")
+                          .arg(stream.width)
+                          .arg(stream.height)
+                          .arg(stream.frameRate >> 32)
+                          .arg(stream.frameRate & 0xFFFFFFFF)
+                          .arg(stream.aspectRatio >> 16)
+                          .arg(stream.aspectRatio & 0xFFFF)
+                          .arg(QString::fromLatin1(stream.fourcc, 4));
+    }
+    return head + QString(" %1Hz %2ch %3")
+                      .arg(stream.sampleRate)
+                      .arg(stream.channels)
+                      .arg(stream.channelLayout);
 }
 
-inline int openFileCount()
+/// Files of this process that are open.
+inline QStringList openFiles()
 {
-    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
+    QStringList names;
+    const QDir descriptors("/proc/self/fd");
+    for (const QString& name : descriptors.entryList(QDir::AllEntries | QDir::System))
+        names << QFile::symLinkTarget(descriptors.filePath(name));
+    return names;
 }
