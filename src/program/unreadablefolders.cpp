@@ -3,6 +3,7 @@
 
 #include <QtCore/QFile>
 
+#include <cerrno>
 #include <fts.h>
 #include <memory>
 #include <unistd.h>
@@ -14,9 +15,18 @@ struct CloseWalk
     void operator()(FTS* walk) const { fts_close(walk); }
 };
 
-bool isReadableFolder(const FTSENT* entry)
+bool isUnreadable(const FTSENT* entry)
 {
-    return access(entry->fts_accpath, R_OK | X_OK) == 0;
+    switch (entry->fts_info) {
+    case FTS_D:
+        return access(entry->fts_accpath, R_OK | X_OK) != 0;
+    case FTS_DNR:
+    case FTS_ERR:
+    case FTS_NS:
+        return entry->fts_errno != ENOENT; // else it has gone since
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -29,11 +39,10 @@ QStringList unreadableFolders(const QByteArray& path)
     const std::unique_ptr<FTS, CloseWalk> walk(
         fts_open(roots, FTS_PHYSICAL | FTS_COMFOLLOW | FTS_NOCHDIR | FTS_NOSTAT, nullptr));
     while (FTSENT* entry = walk ? fts_read(walk.get()) : nullptr) {
-        const bool isClosed = entry->fts_info == FTS_D && !isReadableFolder(entry);
-        if (isClosed)
-            fts_set(walk.get(), entry, FTS_SKIP);
-        if (isClosed || entry->fts_info == FTS_DNR || entry->fts_info == FTS_ERR)
-            folders.append(QFile::decodeName(entry->fts_path));
+        if (!isUnreadable(entry))
+            continue;
+        folders.append(QFile::decodeName(entry->fts_path));
+        fts_set(walk.get(), entry, FTS_SKIP);
     }
     return folders;
 }

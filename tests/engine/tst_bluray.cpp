@@ -368,6 +368,20 @@ private Q_SLOTS:
         }
     }
 
+    /// Their names have eight letters and three, and are often of upper case.
+    void readsDiscsOfCameras()
+    {
+        const TestDisc disc;
+        disc.write("BDMV/PLAYLIST/00000.MPL",
+                   authoring::playlist({{"00001", 600 * second, 605 * second}}, {}));
+        disc.write("BDMV/CLIPINF/00001.CPI", authoring::clipInformation(plainClip(600, 10)));
+        disc.write("BDMV/STREAM/00001.MTS", "stream");
+        const LoaderPtr loader = openDisc(disc.folder());
+        QVERIFY(loader);
+        QCOMPARE(titleText(loader, "00000.MPL"), QString("00001:0-5"));
+        QCOMPARE(namesOf(loader->fileList()), QStringList(disc.path("BDMV/STREAM/00001.MTS")));
+    }
+
     void usesTheCopies()
     {
         const TestDisc disc;

@@ -142,6 +142,22 @@ private Q_SLOTS:
         QVERIFY(!isReadableWithout({34, 50}));
     }
 
+    /// Images that have both file systems can be read by the other.
+    void usesIso9660WithoutARootOfUdf()
+    {
+        QByteArray image = contentOf(path("102.iso"));
+        const auto describesFolder = [&image](int sector) {
+            return image.mid(sector * 2048, 2) == QByteArray("\x05\x01") &&
+                   image.at(sector * 2048 + 27) == 4;
+        };
+        int root = 257;
+        while (!describesFolder(root))
+            ++root;
+        image.replace(root * 2048, 2048, randomBytes(2048));
+        const auto files = DiscFiles::open(writeFile(path("rootless.iso"), image).toStdString());
+        QVERIFY(files && files->hasFile("SIZES/100000.BIN"));
+    }
+
 private:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 

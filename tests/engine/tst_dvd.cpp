@@ -273,6 +273,14 @@ private Q_SLOTS:
             QFile::link("/dev/zero", disc.file("VTS_02_0.IFO"));
         };
         QCOMPARE(moviesAfter(tablesWithoutAnEnd), QString("0 1 2 3 "));
+        const auto tableWithoutASize = [](const DiscCopy& disc) {
+            disc.remove({"*.BUP"});
+            QByteArray bytes = contentOf(disc.file("VIDEO_TS.IFO"));
+            const int titleTable = 2048 * quint8(bytes[0xC7]);
+            writeFile(disc.file("VIDEO_TS.IFO"),
+                      bytes.replace(titleTable + 4, 4, QByteArray(4, 0)));
+        };
+        QCOMPARE(moviesAfter(tableWithoutASize), QString("0** 1** 2** 3** "));
         // The titles' first seconds are left; the other titles lie behind. No picture is made of
         // what is missing.
         const auto cutVideo = [](const DiscCopy& disc) {

@@ -9,6 +9,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <locale>
 #include <sys/stat.h>
 
 using namespace AVBased;
@@ -198,6 +199,24 @@ private Q_SLOTS:
         QCOMPARE(time, std::int64_t(25000));
     }
 
+    /// Where the file is damaged there is no picture rather than the last one before.
+    void takesNoPictureOfDamage()
+    {
+        const QTemporaryDir folder;
+        const authoring::Disc disc(folder.path());
+        disc.addStream("00001", absolutePath(closedStream));
+        const QString file = disc.path("BDMV/STREAM/00001.m2ts");
+        const QByteArray content = contentOf(file);
+        writeFile(file, content.left(content.size() / 2) + QByteArray(content.size() / 2, 0));
+        for (const QString& map : {disc.path("BDMV/CLIPINF/00001.clpi"), QString()}) {
+            const OpenTimeline timeline({{file, 20000}});
+            QVERIFY(qAbs(clockOf(frameAt(*timeline.source, 3000)).time - 3.0) < 0.6);
+            for (const int position : {12000, 15000, 19900})
+                QVERIFY(!frameAt(*timeline.source, position));
+            QFile::remove(map);
+        }
+    }
+
     /// What the disc says about entry points may be damaged: then the frame is found by other
     /// means.
     void survivesWrongMaps()
@@ -285,6 +304,19 @@ private Q_SLOTS:
                             "  subtitle -2\n  in 0\n  out 1000\n  size 1x1\n"
                             "\nsource\n  file /c%25%0A\n  movie 0\n  video -2\n  audio -2\n"
                             "  subtitle -2\n  in 0\n  out 1000\n  size 3x3\n"));
+    }
+
+    void writesTheSameInAnyLocale()
+    {
+        struct Grouping : std::numpunct<char>
+        {
+            char do_thousands_sep() const override { return '.'; }
+            std::string do_grouping() const override { return "\3"; }
+        };
+        const std::locale before = std::locale::global({std::locale(), new Grouping});
+        const OpenTimeline timeline({{closedStream, 20000}});
+        std::locale::global(before);
+        QVERIFY(timeline.source && frameAt(*timeline.source, 15000));
     }
 
     void refusesTimelines()

@@ -240,6 +240,28 @@ private Q_SLOTS:
         QCOMPARE(program.pictures().size(), 1);
     }
 
+    /// What the module passes over without a word, the program names.
+    void namesFoldersThatCannotBeRead()
+    {
+        ProgramRun program;
+        program.file("d/good.mp4", smallVideo());
+        QCOMPARE(
+            program.shell("(cd d; n=$(printf %0250d 0); for i in $(seq 20); do mkdir $n; cd $n;"
+                          "done); $vspimport d"),
+            1);
+        QVERIFY(program.errorOutput.contains("cannot be read"));
+        QCOMPARE(program.pictures().size(), 1);
+        program.shell("rm -r d"); // Qt cannot
+    }
+
+    void worksWithoutStandardStreams()
+    {
+        ProgramRun program;
+        program.file("good.mp4", smallVideo());
+        QCOMPARE(program.shell("$vspimport --verbose --json result.json good.mp4 <&- 2>&- >&-"), 0);
+        QCOMPARE(ProgramRun::taskUrls(program.result()).size(), 1);
+    }
+
     void fewDescriptorsSuffice()
     {
         ProgramRun program;
@@ -265,6 +287,8 @@ private Q_SLOTS:
                                        "--json", program.path("result.json")}) +
                               paths);
             QVERIFY(process.waitForReadyRead(60000));
+            // Twice, as to a process and its group.
+            ::kill(pid_t(process.processId()), SIGINT);
             ::kill(pid_t(process.processId()), SIGINT);
             QVERIFY(process.waitForFinished(60000));
             QCOMPARE(process.exitStatus(), QProcess::NormalExit);
