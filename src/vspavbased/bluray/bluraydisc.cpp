@@ -158,8 +158,8 @@ std::string DiscReader::discName() const
 
 /// The files in a folder below the disc's root folder. Those of cameras have names of eight letters
 /// and a suffix of three.
-std::vector<std::string>
-DiscReader::listFiles(const char* folder, std::initializer_list<const char*> suffixes) const
+std::vector<std::string> DiscReader::listFiles(const char* folder,
+                                               std::initializer_list<const char*> suffixes) const
 {
     std::vector<std::string> names;
     for (const char* suffix : suffixes) {
