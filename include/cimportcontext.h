@@ -33,7 +33,8 @@ public:
     QSize snapSize() const;
     void setSnapSize(const QSize& size);
 
-    /// Folder that receives the snapshots. Made when needed.
+    /// Folder that receives the snapshots. Made when needed; empty, as at first, is the working
+    /// folder.
     QString configDir() const;
     void setConfigDir(const QString& dir);
 

@@ -27,7 +27,8 @@ class CImportTask;
 ///
 /// Deleting a reply at any moment stops its import: the destructor waits for the item at hand, no
 /// signal is emitted any more once it has begun, and tasks that were not signalled are deleted. A
-/// reply is not deleted from a slot that runs on its own thread.
+/// reply is not deleted from a slot that runs on the import's thread. A host that ends early and
+/// wants every task calls exit() and wait(), and then reads tasks().
 class VSPIMPORT_EXPORT CImportReply : public CVeskObject
 {
     Q_OBJECT

@@ -15,6 +15,11 @@ class CImportTaskPrivate;
 
 /// One item that can be imported. Owned by the host, also after its reply is gone.
 ///
+/// The host deletes it, with `delete` and on its own thread, once the import is over: after
+/// finished(), or wait() that has answered true, or the reply's end. Before that the import may
+/// still work on it. deleteLater() would wait for the event loop of the import's thread, which is
+/// gone by then.
+///
 /// Which of the three information objects says something depends on the type; the others are empty.
 /// None is ever null, and all go with the task.
 class VSPIMPORT_EXPORT CImportTask : public CVeskObject

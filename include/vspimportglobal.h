@@ -10,8 +10,8 @@
 //
 // Threads: the host calls everything from one thread of its own. Each reply works on a thread of
 // its own, from which all its signals but finished() and terminated() come; one import runs at a
-// time in the process. A task and its tree are not locked: until finished(), a host reads of them
-// only what the signals' documentation says.
+// time in the process. Tasks and their trees belong to that thread, which ends with the import, and
+// are not locked: until finished(), a host reads of them only what the signals' documentation says.
 #pragma once
 
 #include <QtCore/QtGlobal>

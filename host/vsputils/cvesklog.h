@@ -16,7 +16,8 @@ public:
 
     /// Directs the log to `receiver`, which gets `context` with each record; with a null receiver
     /// it goes to standard error again, a line a record. When setReceiver() returns, the former
-    /// receiver is not running and is never called again. A receiver must not call it.
+    /// receiver is not running and is never called again. A receiver must not call it, nor
+    /// flush a record, nor throw.
     static void setReceiver(Receiver receiver, void* context);
 
     /// Writes `record`. Used by CVeskException::flush().

@@ -85,14 +85,14 @@ void BdReader::readTitle(const char* name, int index)
     title->setDuration(record->duration);
     title->setTitleId(index);
     const QList<CBDFile*> files = filesOf(*record);
-    for (int i = 0; i < files.count(); ++i) {
+    for (int i = 0; i < files.count() && quint32(i) < record->clipCount; ++i) {
         if (files.at(i))
             title->appendClip(files.at(i)->appendClip(record->inTimes[i], record->outTimes[i]));
     }
     readChapters(name, files, title);
 }
 
-/// Clip j of a chapter plays the file of the title's clip j. Clips beyond the title's have no file.
+/// Clip j of a chapter plays the file of item j of the title's list. Clips beyond it have no file.
 void BdReader::readChapters(const char* titleName, const QList<CBDFile*>& titleFiles,
                             CBDTitle* title)
 {
@@ -116,11 +116,11 @@ void BdReader::readChapters(const char* titleName, const QList<CBDFile*>& titleF
     }
 }
 
-/// The stream file of each clip of a title, null for one that the disc does not list.
+/// The stream files of the title's list, null for one that the disc does not list.
 QList<CBDFile*> BdReader::filesOf(const AVBased::BDPlayInfo& record) const
 {
     QList<CBDFile*> files;
-    for (quint32 i = 0; record.clips && i < record.clipCount && i < record.clips->count(); ++i)
+    for (quint32 i = 0; record.clips && i < record.clips->count() && i < largestClipCount; ++i)
         files.append(m_filesByName.value(QByteArray(itemName(record.clips, i)), 0));
     return files;
 }

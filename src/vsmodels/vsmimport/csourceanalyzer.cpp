@@ -93,29 +93,23 @@ void CSourceAnalyzer::scanEntries(const QString& path)
     visitUndecodableNames(path, entries);
 }
 
-namespace {
-
-bool listsFile(const QFileInfoList& entries, const QString& name)
-{
-    for (int i = 0; i < entries.count(); ++i) {
-        if (entries.at(i).fileName() == name && entries.at(i).isFile())
-            return true;
-    }
-    return false;
-}
-
-} // namespace
-
 /// Qt 5 does not list names that it cannot decode, and Qt 4 does not find folders with such names.
 /// They cannot be opened by what is left of them either, but they are visited, so that the import
 /// says that it could not take them.
 void CSourceAnalyzer::visitUndecodableNames(const QString& path, const QFileInfoList& entries)
 {
     const QStringList names = undecodableNames(path);
+    if (names.isEmpty())
+        return;
+    QSet<QString> listed;
+    for (int i = 0; i < entries.count(); ++i) {
+        if (entries.at(i).isFile())
+            listed.insert(entries.at(i).fileName());
+    }
     for (int i = 0; i < names.count(); ++i) {
         if (isStopped())
             return;
-        if (!listsFile(entries, names.at(i)))
+        if (!listed.contains(names.at(i)))
             visitItem(QFileInfo(QDir(path), names.at(i)), SourceTypeUnKnown);
     }
 }

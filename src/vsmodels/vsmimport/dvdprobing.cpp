@@ -87,7 +87,8 @@ void copyChapters(const AVBased::DVDTitleInfo& record, CDVDTitle* title)
     }
 }
 
-void copyMovie(AVBased::IAVImporter* importer, quint32 movieIndex, CDVDTitle* title)
+void copyMovie(AVBased::IAVImporter* importer, AVBased::IDVDInfo* dvd, quint32 movieIndex,
+               CDVDTitle* title)
 {
     const AVBased::AVMovieInfo* movie = importer->movieInfo(movieIndex);
     if (!movie)
@@ -95,13 +96,13 @@ void copyMovie(AVBased::IAVImporter* importer, quint32 movieIndex, CDVDTitle* ti
     CMovieInfomation info(0);
     CImportReplyPrivate::fillMovieInfo(movie, &info);
     title->setMovieInfo(&info);
-    if (dvdExtension(importer)->isMainTitle(movie->id))
+    if (dvd->isMainTitle(movie->id))
         title->setIsMainTitle(true);
 }
 
 /// `movieIndex` is the importer's movie for the first title of the set.
-void copyTitles(AVBased::IAVImporter* importer, const AVBased::DVDTitleSetInfo& set,
-                quint32 movieIndex, CDVDInformation* info)
+void copyTitles(AVBased::IAVImporter* importer, AVBased::IDVDInfo* dvd,
+                const AVBased::DVDTitleSetInfo& set, quint32 movieIndex, CDVDInformation* info)
 {
     for (quint32 i = 0; set.titles && i < set.titleCount; ++i) {
         const AVBased::DVDTitleInfo& record = set.titles[i];
@@ -109,7 +110,7 @@ void copyTitles(AVBased::IAVImporter* importer, const AVBased::DVDTitleSetInfo& 
             continue;
         info->setTitleCount(info->titleCount() + 1);
         CDVDTitle* title = info->title(info->titleCount() - 1);
-        copyMovie(importer, movieIndex + i, title);
+        copyMovie(importer, dvd, movieIndex + i, title);
         copyTracks(record, title);
         copySubtitles(record, title);
         copyChapters(record, title);
@@ -135,7 +136,7 @@ bool copyDvdInfo(AVBased::IAVImporter* importer, CDVDInformation* info)
         if (!set)
             continue;
         if (set->id != AVBased::DVDTitleSetInfo::UnusableId)
-            copyTitles(importer, *set, movieIndex, info);
+            copyTitles(importer, dvd, *set, movieIndex, info);
         movieIndex += set->titleCount;
     }
     return true;
