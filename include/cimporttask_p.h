@@ -31,8 +31,8 @@ public:
     void setImporter(AVBased::IAVImporter* importer);
     void setBdLoader(AVBased::IBDLoader* loader);
 
-    /// Makes sure that the task's importer is open; false when it cannot be, and always for a
-    /// Blu-ray disc.
+    /// Makes sure that the task's importer is open; false when it cannot be, as for a Blu-ray disc,
+    /// whose importer is there only while its pictures are taken.
     bool createContext();
 
     /// Ends the engine objects that the task holds.
