@@ -34,7 +34,8 @@ bool isNavigationFile(const QFileInfo& file)
     const QString folder = file.dir().dirName();
     if (isOneOf(file.suffix(), {"ifo"}))
         return isOneOf(folder, {"VIDEO_TS"}) && file.size() <= largestStrayIfo;
-    return isOneOf(file.fileName(), {"index.bdmv", "MovieObject.bdmv"}) &&
+    return isOneOf(file.fileName(),
+                   {"index.bdmv", "MovieObject.bdmv", "INDEX.BDM", "MOVIEOBJ.BDM"}) &&
            isOneOf(folder, {"BDMV"});
 }
 

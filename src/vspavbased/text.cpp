@@ -112,7 +112,7 @@ std::string toUtf8(const std::u16string& text)
 
 std::string toLatin1(const std::string& text)
 {
-    static Transliterator transliterator("[^\\u0000-\\u00FF] Any-Latin; NFC; "
+    static Transliterator transliterator("NFC; [^\\u0000-\\u00FF] Any-Latin; NFC; "
                                          "[^\\u0000-\\u00FF] Latin-ASCII");
     if (isAscii(text))
         return text;

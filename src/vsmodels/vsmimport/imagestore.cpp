@@ -46,7 +46,7 @@ bool writeFile(const QString& path, const QByteArray& bytes)
 
 QString imageNamePart(const QString& text)
 {
-    QString part = text;
+    QString part = text.left(longestPart);
     bool leading = true;
     for (int i = 0; i < part.length(); ++i) {
         const QChar c = part.at(i);
@@ -55,7 +55,9 @@ QString imageNamePart(const QString& text)
             part[i] = QLatin1Char('_');
     }
     while (QFile::encodeName(part).size() > longestPart)
-        part.chop(part.at(part.length() - 1).isLowSurrogate() ? 2 : 1);
+        part.chop(1);
+    if (!part.isEmpty() && part.at(part.length() - 1).isHighSurrogate())
+        part.chop(1);
     return part;
 }
 

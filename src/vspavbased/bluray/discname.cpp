@@ -2,6 +2,7 @@
 #include "bluray/discname.h"
 
 #include "log.h"
+#include "text.h"
 
 #include <libxml/xmlreader.h>
 
@@ -14,6 +15,9 @@ namespace {
 
 const char metadataFolder[] = "BDMV/META/DL";
 const char englishMetadata[] = "bdmt_eng.xml";
+
+/// Bytes; more than fits on any case.
+constexpr std::size_t longestName = 1000;
 
 struct FreeReader
 {
@@ -83,7 +87,7 @@ std::string firstName(const Bytes& xml)
     while (reader && xmlTextReaderRead(reader.get()) == 1) {
         const int node = xmlTextReaderNodeType(reader.get());
         if (isInside && (node == XML_READER_TYPE_ELEMENT || node == XML_READER_TYPE_END_ELEMENT))
-            return trimmed(name);
+            return cutUtf8(trimmed(name), longestName);
         if (isInside && (node == XML_READER_TYPE_TEXT || node == XML_READER_TYPE_CDATA))
             name += text(xmlTextReaderConstValue(reader.get()));
         isInside = isInside || (node == XML_READER_TYPE_ELEMENT && isName(reader.get()));

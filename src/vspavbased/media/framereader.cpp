@@ -10,6 +10,18 @@ namespace {
 constexpr int mostPacketsForFrame = 1000;
 constexpr int mostPacketsForStream = 5000;
 
+/// Demuxers take the two for each other until they have seen more of the stream, and a decoder of
+/// either knows both.
+bool isMpegVideo(AVCodecID codec)
+{
+    return codec == AV_CODEC_ID_MPEG1VIDEO || codec == AV_CODEC_ID_MPEG2VIDEO;
+}
+
+bool isSameCodec(AVCodecID a, AVCodecID b)
+{
+    return a == b || (isMpegVideo(a) && isMpegVideo(b));
+}
+
 /// Where all streams stand in a header the place decides: what a demuxer takes the codec for may
 /// change once it has seen more of the stream.
 AVStream* findStream(const AVFormatContext& context, const VideoTrack& track)
@@ -17,7 +29,7 @@ AVStream* findStream(const AVFormatContext& context, const VideoTrack& track)
     const bool hasHeader = !(context.ctx_flags & AVFMTCTX_NOHEADER);
     const auto fits = [&track, hasHeader](const AVStream& stream) {
         return stream.id == track.demuxerId && stream.codecpar->codec_type == AVMEDIA_TYPE_VIDEO &&
-               (hasHeader || stream.codecpar->codec_id == track.parameters->codec_id);
+               (hasHeader || isSameCodec(stream.codecpar->codec_id, track.parameters->codec_id));
     };
     const auto wanted = static_cast<unsigned>(track.streamIndex);
     if (wanted < context.nb_streams && fits(*context.streams[wanted]))
