@@ -25,6 +25,7 @@ if(VSPIMPORT_SANITIZE)
     add_compile_options(-fsanitize=${VSPIMPORT_SANITIZE} -fno-omit-frame-pointer
                         -fno-sanitize-recover=undefined -g1)
     add_link_options(-fsanitize=${VSPIMPORT_SANITIZE})
+    add_compile_definitions(VSPIMPORT_SANITIZED)
 endif()
 
 find_program(CCACHE ccache)

@@ -1,8 +1,7 @@
-// SPDX-License-Identifier: GPL-2.0-or-later
-#include "bluray/bdloader.h"
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "discloader.h"
 #include "enginemanager.h"
-#include "log.h"
-#include "picture/imageconverter.h"
+#include "imageconverter.h"
 #include "vspavbased/cavbasedcontext.h"
 
 namespace Vesk {
@@ -21,7 +20,6 @@ CAVBasedModel* CAVBasedContext::avbasedModel()
 
 CAVBasedModelWrapper* CAVBasedModel::w_func()
 {
-    engine::joinLibavLog();
     static CAVBasedModelWrapper wrapper;
     return &wrapper;
 }
@@ -34,7 +32,7 @@ AVBased::IAVManager* CAVBasedModelWrapper::avmanager()
 
 AVBased::IBDLoader* CAVBasedModelWrapper::createBDLoader()
 {
-    return new engine::BdLoader;
+    return new engine::DiscLoader;
 }
 
 AVBased::IImageConverter* CAVBasedModelWrapper::CreateImageConverterEx(unsigned int pixelFormat,

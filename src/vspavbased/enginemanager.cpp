@@ -1,28 +1,14 @@
-// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "enginemanager.h"
 
-#include "dvd/dvdimporter.h"
-#include "log.h"
-#include "media/mediaimporter.h"
-#include "opening.h"
+#include "engineclient.h"
+#include "importer.h"
 #include "timeline/timelineeditor.h"
-#include "timeline/timelineimporter.h"
+#include "timeline/writtentimelines.h"
 
 #include <cstring>
 
 namespace engine {
-
-namespace {
-
-/// Asked in this order: the first that knows the path decides.
-using Opener = Opening (*)(const std::string& path);
-const Opener openers[] = {
-    TimelineImporter::open,
-    DvdImporter::open,
-    MediaImporter::open,
-};
-
-} // namespace
 
 AVBased::IAVImporter* EngineManager::createNamedImporter(const char* name)
 {
@@ -34,16 +20,17 @@ AVBased::IAVImporter* EngineManager::createNamedImporter(const char* name)
 AVBased::IAVImporter* EngineManager::createImporter(const char* utf8Path)
 {
     const std::string path = utf8Path ? utf8Path : "";
-    for (const Opener open : openers) {
-        const Opening opening = open(path);
-        if (opening.answer != Opening::Answer::notMine)
-            return opening.importer;
-    }
-    log("nothing that can be imported: " + path);
+    const Item item = {path, writtenTimeline(path)};
+    if (const ItemRecordPtr record = EngineClient::instance().describe(item))
+        return new Importer(record);
+    if (item.timeline)
+        removeWrittenTimeline(path);
     return nullptr;
 }
 
-/// Importers share nothing, so there is nothing to prepare.
-void EngineManager::beginImport() {}
+void EngineManager::beginImport()
+{
+    EngineClient::instance().beginImport();
+}
 
 } // namespace engine

@@ -1,22 +1,21 @@
-// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 //
-// The engine, from its door inward:
+// The near half of the engine: what hosts load. It holds what was found as records, and has engine
+// processes do the work, which are started by a program beside it:
 //
-//   accesschain      the way that callers take to it
-//   EngineManager    decides which kind of importer opens a path
-//   media/           media files            picture/   frames into pictures
-//   disc/            the files of discs, in folders and images
-//   dvd/             DVDs                   bluray/    Blu-ray discs
-//   timeline/        stream files in a row
-//   bytes/           reading bytes that nobody vouches for
-//   libav.h          owns the handles of the library below
+//   accesschain       the way that callers take to it
+//   EngineManager     opens items               Importer, DiscLoader   hold what they hold
+//   FrameSource       reads frames              ImageConverter         makes pictures of them
+//   timeline/         builds and writes timelines
+//   EngineClient      asks the engine for all of them, and reads ahead
+//   process/          EnginePool: the processes and their jobs; EngineProcess: one of them;
+//                     SupervisorLink: the program that starts them
+//   records/          the boundary's records out of messages
+//   files/            ItemFiles: what a process may open, the one rule
+//   Policy            how many processes, and how long they may take
 //
-// Of libraries only libav is asked what a file holds. Those that read the tables of discs crash on
-// damaged ones, and those that read images write to standard error: dvd/, bluray/ and disc/ read
-// both themselves, and look at every number before they use it.
-//
-// No object is shared between threads but the log and the tables that never change. Importers and
-// loaders own the records that they hand out, and while idle neither a file nor a demuxer.
+// The boundary's objects are used on one thread each; everything from EngineClient down is shared,
+// behind the locks of EngineClient and EnginePool. Records never change once they are made.
 #pragma once
 
 #include "vspavbased/iavmanager.h"

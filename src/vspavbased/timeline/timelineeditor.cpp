@@ -1,9 +1,8 @@
-// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #include "timeline/timelineeditor.h"
 
-#include "log.h"
-#include "timeline/timelinefile.h"
-#include "timeline/writtenfiles.h"
+#include "enginelink/log.h"
+#include "timeline/writtentimelines.h"
 
 #include <charconv>
 #include <cstring>
@@ -79,9 +78,7 @@ void TimelineEditor::release()
 
 void TimelineEditor::saveToFile(const char* utf8Path)
 {
-    const std::string path = utf8Path ? utf8Path : "";
-    if (writeTimelineFile(path, m_timeline))
-        rememberWrittenFile(path);
+    writeTimeline(utf8Path ? utf8Path : "", m_timeline);
 }
 
 void TimelineEditor::insertSource(std::int32_t position, const AVBased::SourceRecord* source)

@@ -1,7 +1,7 @@
-// SPDX-License-Identifier: GPL-2.0-or-later
+// SPDX-License-Identifier: LGPL-2.1-or-later
 #pragma once
 
-#include "timeline/timeline.h"
+#include "enginelink/timeline/timeline.h"
 #include "vspavbased/iavimporter.h"
 #include "vspavbased/isimpleedittimeline.h"
 

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "dvd/dvdimporter.h"
+
+#include "deadline.h"
+#include "dvd/dvdsource.h"
+#include "dvd/maintitle.h"
+#include "dvd/scrambling.h"
+#include "enginelink/log.h"
+#include "text.h"
+
+#include <cstring>
+
+namespace engine {
+
+Opening DvdImporter::open(const std::string& path)
+{
+    const auto location = locateDvd(path);
+    if (!location)
+        return Opening::notMine();
+    // Of an image without a DVD nobody else is asked: libav finds sound in any kind of bytes.
+    const std::unique_ptr<VideoTs> files = VideoTs::open(*location);
+    const auto disc = files ? readDvd(*files, *location) : std::nullopt;
+    if (!disc)
+        log(path + ": no DVD that can be used");
+    return disc ? Opening::opened(new DvdImporter(*location, *disc)) : Opening::refused();
+}
+
+DvdImporter::DvdImporter(const DvdLocation& location, const DvdDisc& disc)
+    : m_location(location)
+    , m_mainMovie(findMainTitle(disc))
+{
+    for (const DvdTitleSet& set : disc.titleSets) {
+        m_titleSets.emplace_back(set);
+        for (const DvdTitle& title : set.titles)
+            addMovie(disc, set, title);
+    }
+}
+
+void DvdImporter::addMovie(const DvdDisc& disc, const DvdTitleSet& set, const DvdTitle& title)
+{
+    MovieFacts facts;
+    if (set.isUsable)
+        facts = describeTitleMovie(set.video, title.facts);
+    facts.id = static_cast<int>(m_movies.size());
+    // Whoever wants the disc's name takes that of its first movie and cuts off three characters.
+    facts.name = toAscii(disc.name) + " _" + std::to_string(m_movies.size() + 1);
+    m_movies.emplace_back(facts);
+    m_titles.push_back(set.isUsable ? std::optional(TitleReference{set.number, title.number})
+                                    : std::nullopt);
+}
+
+const AVBased::AVImporterDescriptor* DvdImporter::descriptor()
+{
+    static const AVBased::AVImporterDescriptor descriptor = {"dvd", "DVD"};
+    return &descriptor;
+}
+
+void* DvdImporter::queryExtension(const char* name)
+{
+    if (name && std::strcmp(name, "IDVDInfo") == 0)
+        return static_cast<AVBased::IDVDInfo*>(this);
+    return nullptr;
+}
+
+std::uint32_t DvdImporter::movieCount()
+{
+    return static_cast<std::uint32_t>(m_movies.size());
+}
+
+const AVBased::AVMovieInfo* DvdImporter::movieInfo(std::uint32_t index)
+{
+    return index < m_movies.size() ? m_movies[index].get() : nullptr;
+}
+
+AVBased::IAVSource* DvdImporter::openSource(std::int32_t movieId, std::int32_t videoStreamId,
+                                            std::int32_t /*audioStreamId*/)
+{
+    const auto index = static_cast<std::size_t>(movieId);
+    if (movieId < 0 || index >= m_titles.size() || !m_titles[index] ||
+        videoStreamId != engine::videoStreamId)
+        return nullptr;
+    const TitleReference& reference = *m_titles[index];
+    const std::string name = m_location.path + ", title set " + std::to_string(reference.titleSet);
+    const std::unique_ptr<VideoTs> files = VideoTs::open(m_location);
+    const auto set = files ? readTitleSet(*files, reference.titleSet) : std::nullopt;
+    const auto title = static_cast<std::size_t>(reference.number - 1);
+    if (!set || title >= set->titles.size())
+        return nullptr;
+    const ByteSourcePtr video = files->openVideo(reference.titleSet);
+    if (!video || isScrambled(*video)) {
+        log(name + (video ? ": scrambled" : ": its video is missing"));
+        return nullptr;
+    }
+    return DvdSource::open(*set, set->titles[title], video, name);
+}
+
+/// Nothing is open while the importer waits.
+void DvdImporter::close() {}
+
+void DvdImporter::release()
+{
+    delete this;
+}
+
+std::uint32_t DvdImporter::titleSetCount()
+{
+    return static_cast<std::uint32_t>(m_titleSets.size());
+}
+
+const AVBased::DVDTitleSetInfo* DvdImporter::titleSet(std::uint32_t index)
+{
+    return index < m_titleSets.size() ? m_titleSets[index].get() : nullptr;
+}
+
+bool DvdImporter::isDiscScrambled(const char* utf8Path)
+{
+    const auto location = locateDvd(utf8Path ? utf8Path : "");
+    const std::unique_ptr<VideoTs> files = location ? VideoTs::open(*location) : nullptr;
+    Deadline deadline(describeLimit);
+    for (int i = 1; files && i <= mostTitleSets && !deadline.expired(); ++i) {
+        const ByteSourcePtr video = files->openVideo(i);
+        if (video && isScrambled(*video))
+            return true;
+    }
+    return false;
+}
+
+bool DvdImporter::isMainTitle(std::int32_t movieId)
+{
+    return m_mainMovie && movieId >= 0 && static_cast<std::size_t>(movieId) == *m_mainMovie;
+}
+
+} // namespace engine

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "libavlog.h"
+
+#include "libav.h"
+#include "enginelink/log.h"
+
+#include <mutex>
+
+namespace engine {
+
+namespace {
+
+void receiveFromLibav(void* object, int level, const char* format, va_list arguments)
+{
+    if (level > AV_LOG_WARNING || !logIsOpen())
+        return;
+    const AVClass* type = object ? *static_cast<const AVClass* const*>(object) : nullptr;
+    logFormatted(type ? type->item_name(object) : "libav", format, arguments);
+}
+
+} // namespace
+
+void joinLibavLog()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_callback(receiveFromLibav); });
+}
+
+} // namespace engine

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "picture/imageconverter.h"
+
+#include "enginelink/picturesize.h"
+#include "picture/colourconversion.h"
+#include "picture/frame.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace engine {
+
+namespace {
+
+struct Size
+{
+    int width;
+    int height;
+};
+
+/// The largest size of the frame's shape within `limit`, before it is turned upright.
+Size fittedSize(const AVFrame& picture, AVRational pixelAspect, bool transpose, Size limit)
+{
+    if (transpose)
+        std::swap(limit.width, limit.height);
+    const double shownWidth = picture.width * av_q2d(pixelAspect);
+    const double shownHeight = picture.height;
+    const double factor = std::min(limit.width / shownWidth, limit.height / shownHeight);
+    return {std::clamp(static_cast<int>(std::lround(shownWidth * factor)), 1, limit.width),
+            std::clamp(static_cast<int>(std::lround(shownHeight * factor)), 1, limit.height)};
+}
+
+/// Files that do not say are told by their size: high definition came with BT.709.
+int matrixOf(const AVFrame& picture)
+{
+    switch (picture.colorspace) {
+    case AVCOL_SPC_BT709:
+        return SWS_CS_ITU709;
+    case AVCOL_SPC_FCC:
+        return SWS_CS_FCC;
+    case AVCOL_SPC_BT470BG:
+    case AVCOL_SPC_SMPTE170M:
+        return SWS_CS_ITU601;
+    case AVCOL_SPC_SMPTE240M:
+        return SWS_CS_SMPTE240M;
+    case AVCOL_SPC_BT2020_NCL:
+    case AVCOL_SPC_BT2020_CL:
+        return SWS_CS_BT2020;
+    default:
+        return picture.width >= 1280 || picture.height > 576 ? SWS_CS_ITU709 : SWS_CS_ITU601;
+    }
+}
+
+bool isFullRange(const AVFrame& picture)
+{
+    switch (picture.format) {
+    case AV_PIX_FMT_YUVJ420P:
+    case AV_PIX_FMT_YUVJ411P:
+    case AV_PIX_FMT_YUVJ422P:
+    case AV_PIX_FMT_YUVJ444P:
+    case AV_PIX_FMT_YUVJ440P:
+        return true;
+    default:
+        return picture.color_range == AVCOL_RANGE_JPEG;
+    }
+}
+
+/// The same format without a range in its name, which swscale would complain about.
+AVPixelFormat plainFormat(int format)
+{
+    switch (format) {
+    case AV_PIX_FMT_YUVJ420P:
+        return AV_PIX_FMT_YUV420P;
+    case AV_PIX_FMT_YUVJ411P:
+        return AV_PIX_FMT_YUV411P;
+    case AV_PIX_FMT_YUVJ422P:
+        return AV_PIX_FMT_YUV422P;
+    case AV_PIX_FMT_YUVJ444P:
+        return AV_PIX_FMT_YUV444P;
+    case AV_PIX_FMT_YUVJ440P:
+        return AV_PIX_FMT_YUV440P;
+    default:
+        return static_cast<AVPixelFormat>(format);
+    }
+}
+
+bool hasAlpha(int format)
+{
+    const AVPixFmtDescriptor* descriptor = av_pix_fmt_desc_get(static_cast<AVPixelFormat>(format));
+    return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL));
+}
+
+/// Transparent pixels show the black behind them.
+std::uint32_t onBlack(std::uint32_t argb)
+{
+    const std::uint32_t alpha = argb >> 24;
+    const auto blend = [alpha](std::uint32_t c) { return (c * alpha + 127) / 255; };
+    return 0xFF000000U | blend(argb >> 16 & 0xFF) << 16 | blend(argb >> 8 & 0xFF) << 8 |
+           blend(argb & 0xFF);
+}
+
+} // namespace
+
+ImageConverter* ImageConverter::create(unsigned pixelFormat, unsigned width, unsigned height)
+{
+    if (pixelFormat != AVBased::PixelFormatArgb32 || !isPictureSize(width, height))
+        return nullptr;
+    return new ImageConverter(static_cast<int>(width), static_cast<int>(height));
+}
+
+ImageConverter::ImageConverter(int width, int height)
+    : m_width(width)
+    , m_height(height)
+{}
+
+void ImageConverter::release()
+{
+    delete this;
+}
+
+AVBased::IAVPicture* ImageConverter::convert(AVBased::IAVFrame* frame)
+{
+    if (!frame || !frame->picture || frame->picture->width <= 0 || frame->picture->height <= 0)
+        return nullptr;
+    const Size size = fittedSize(*frame->picture, frame->pixelAspect, frame->orientation.transpose,
+                                 {m_width, m_height});
+    if (!scale(*frame->picture, size.width, size.height))
+        return nullptr;
+    place(size.width, size.height, frame->orientation);
+    return this;
+}
+
+/// Makes m_scaled of the frame, `width` x `height` pixels of 0xFFRRGGBB.
+bool ImageConverter::scale(const AVFrame& picture, int width, int height)
+{
+    const bool wide = needsColourConversion(picture);
+    const AVPixelFormat from = plainFormat(picture.format);
+    const AVPixelFormat to = wide ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_RGB32;
+    if (!sws_isSupportedInput(from))
+        return false;
+    m_scaler.reset(sws_getCachedContext(m_scaler.release(), picture.width, picture.height, from,
+                                        width, height, to, SWS_BILINEAR, nullptr, nullptr,
+                                        nullptr));
+    if (!m_scaler)
+        return false;
+    constexpr int neutral = 1 << 16;
+    const int* screen = sws_getCoefficients(SWS_CS_DEFAULT);
+    sws_setColorspaceDetails(m_scaler.get(), sws_getCoefficients(matrixOf(picture)),
+                             isFullRange(picture), screen, 1, 0, neutral, neutral);
+
+    // Rows end on the boundary that swscale writes to at its fastest, and beyond.
+    const int bytesPerPixel = wide ? 8 : 4;
+    const int stride = FFALIGN(width * bytesPerPixel, 64);
+    std::vector<std::uint8_t> buffer(static_cast<std::size_t>(stride) * height + 64);
+    std::uint8_t* const start =
+        buffer.data() + (64 - reinterpret_cast<std::uintptr_t>(buffer.data()) % 64) % 64;
+    std::uint8_t* const planes[4] = {start, nullptr, nullptr, nullptr};
+    const int strides[4] = {stride, 0, 0, 0};
+    if (sws_scale(m_scaler.get(), picture.data, picture.linesize, 0, picture.height, planes,
+                  strides) != height)
+        return false;
+
+    m_scaled.resize(static_cast<std::size_t>(width) * height);
+    const bool blend = hasAlpha(picture.format);
+    for (int y = 0; y < height; ++y) {
+        const std::uint8_t* row = start + static_cast<std::ptrdiff_t>(stride) * y;
+        std::uint32_t* out = m_scaled.data() + static_cast<std::ptrdiff_t>(width) * y;
+        if (wide) {
+            convertColours(picture, reinterpret_cast<const std::uint16_t*>(row),
+                           static_cast<std::size_t>(width), out);
+            continue;
+        }
+        const auto* pixels = reinterpret_cast<const std::uint32_t*>(row);
+        for (int x = 0; x < width; ++x)
+            out[x] = blend ? onBlack(pixels[x]) : 0xFF000000U | pixels[x];
+    }
+    return true;
+}
+
+/// Turns m_scaled upright into the middle of the picture, on black.
+void ImageConverter::place(int width, int height, const Orientation& orientation)
+{
+    m_pixels.assign(static_cast<std::size_t>(m_width) * m_height, 0xFF000000U);
+    const int outWidth = orientation.transpose ? height : width;
+    const int outHeight = orientation.transpose ? width : height;
+    const int left = (m_width - outWidth) / 2;
+    const int top = (m_height - outHeight) / 2;
+    for (int y = 0; y < outHeight; ++y) {
+        std::uint32_t* row = m_pixels.data() + static_cast<std::ptrdiff_t>(m_width) * (top + y);
+        for (int x = 0; x < outWidth; ++x) {
+            const int turnedX = orientation.reverseX ? outWidth - 1 - x : x;
+            const int turnedY = orientation.reverseY ? outHeight - 1 - y : y;
+            const int fromX = orientation.transpose ? turnedY : turnedX;
+            const int fromY = orientation.transpose ? turnedX : turnedY;
+            row[left + x] = m_scaled[static_cast<std::size_t>(width) * fromY + fromX];
+        }
+    }
+}
+
+std::int32_t ImageConverter::pixelFormat()
+{
+    return AVBased::PixelFormatArgb32;
+}
+
+void ImageConverter::dimensions(std::int32_t* width, std::int32_t* height)
+{
+    *width = m_width;
+    *height = m_height;
+}
+
+bool ImageConverter::isTopDown()
+{
+    return true;
+}
+
+void* ImageConverter::plane(std::int32_t index, std::int32_t* stride, std::int32_t* rows,
+                            std::int32_t* bytes)
+{
+    if (index != 0)
+        return nullptr;
+    *stride = m_width * 4;
+    *rows = m_height;
+    *bytes = m_width * m_height * 4;
+    return m_pixels.data();
+}
+
+} // namespace engine

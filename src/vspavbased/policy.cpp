@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "policy.h"
+
+#include <dlfcn.h>
+#include <sched.h>
+
+#include <algorithm>
+
+namespace engine {
+
+namespace {
+
+constexpr int mostProcesses = 4;
+
+/// The processors that this process may run on.
+unsigned cores()
+{
+    cpu_set_t set;
+    const int count = sched_getaffinity(0, sizeof(set), &set) == 0 ? CPU_COUNT(&set) : 1;
+    return static_cast<unsigned>(std::clamp(count, 1, mostProcesses));
+}
+
+/// The program lies at a fixed place beside this library, wherever both have been put.
+std::string programPath()
+{
+    Dl_info library;
+    if (dladdr(reinterpret_cast<const void*>(&programPath), &library) == 0 || !library.dli_fname)
+        return {};
+    const std::string path = library.dli_fname;
+    const std::size_t end = path.rfind('/');
+    return (end == std::string::npos ? std::string(".") : path.substr(0, end)) +
+           "/" VSPAVBASED_ENGINE;
+}
+
+} // namespace
+
+Policy Policy::ofMachine()
+{
+    Policy policy;
+    policy.program = programPath();
+    policy.processes = cores();
+    return policy;
+}
+
+Policy& policy()
+{
+    static Policy instance = Policy::ofMachine();
+    return instance;
+}
+
+} // namespace engine

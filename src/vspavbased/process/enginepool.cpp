@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "process/enginepool.h"
+
+#include "enginelink/log.h"
+#include "enginelink/supervision.h"
+#include "policy.h"
+
+#include <algorithm>
+#include <exception>
+
+namespace engine {
+
+namespace {
+
+/// The pool of this process. A host may fork: the child has none of the threads and must leave the
+/// processes alone, so what it inherits stays untouched.
+class PoolOfProcess
+{
+public:
+    ~PoolOfProcess()
+    {
+        if (m_owner == getpid())
+            delete m_pool;
+    }
+
+    template <typename Make>
+    EnginePool& get(Make make)
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        if (!m_pool || m_owner != getpid()) {
+            m_pool = make();
+            m_owner = getpid();
+        }
+        return *m_pool;
+    }
+
+private:
+    std::mutex m_mutex;
+    EnginePool* m_pool = nullptr;
+    pid_t m_owner = -1;
+};
+
+} // namespace
+
+EnginePool& EnginePool::instance()
+{
+    static PoolOfProcess pool;
+    return pool.get([] { return new EnginePool; });
+}
+
+EnginePool::EnginePool()
+    : m_lastUse(wire::Clock::now())
+{}
+
+EnginePool::~EnginePool()
+{
+    {
+        const Lock lock(m_mutex);
+        m_isEnding = true;
+        m_queue.clear();
+        for (const std::uint32_t number : m_busy)
+            m_supervisor->kill(number);
+    }
+    m_changed.notify_all();
+    for (std::thread& thread : m_threads)
+        thread.join();
+}
+
+bool EnginePool::start()
+{
+    const Lock lock(m_mutex);
+    return startSupervisor();
+}
+
+bool EnginePool::startSupervisor()
+{
+    if (m_supervisor)
+        return true;
+    std::string failure;
+    m_supervisor = SupervisorLink::start(policy().program, failure);
+    m_failure = m_supervisor ? std::string() : "the engine cannot be started: " + failure;
+    if (!m_supervisor)
+        return false;
+    m_lastUse = wire::Clock::now();
+    if (!m_hasTimer)
+        m_threads.emplace_back([this] { endWhenIdle(); });
+    m_hasTimer = true;
+    return true;
+}
+
+std::size_t EnginePool::mostAhead() const
+{
+    const unsigned processes = policy().processes;
+    return policy().readsAhead && processes > 1 ? std::size_t{2} * processes : 0;
+}
+
+bool EnginePool::run(const JobPtr& job)
+{
+    Lock lock(m_mutex);
+    for (;;) {
+        if (job->m_state == Job::State::answered)
+            return true;
+        const bool isRefused = m_isStopped || m_isEnding || m_costly.count(job->item().path) > 0;
+        if (job->m_state == Job::State::failed ||
+            (isRefused && job->m_state != Job::State::running))
+            return false;
+        if (job->m_state != Job::State::running) {
+            if (ProcessPtr process = takeProcess(job->item().path)) {
+                m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), job), m_queue.end());
+                execute(lock, job, std::move(process));
+                continue;
+            }
+            if (!m_supervisor) {
+                log(job->item().path + ": " + m_failure);
+                return false;
+            }
+        }
+        ++m_askers;
+        m_changed.wait(lock);
+        --m_askers;
+    }
+}
+
+void EnginePool::runAhead(const JobPtr& job)
+{
+    const Lock lock(m_mutex);
+    if (m_isStopped || m_isEnding || job->m_state != Job::State::fresh)
+        return;
+    job->m_state = Job::State::queued;
+    m_queue.push_back(job);
+    const std::size_t workers = m_threads.size() - (m_hasTimer ? 1 : 0);
+    if (workers < policy().processes)
+        m_threads.emplace_back([this] { workAhead(); });
+    m_changed.notify_all();
+}
+
+void EnginePool::workAhead()
+{
+    Lock lock(m_mutex);
+    while (!m_isEnding) {
+        if (!m_queue.empty() && m_askers == 0) {
+            if (ProcessPtr process = takeProcess(m_queue.front()->item().path)) {
+                const JobPtr job = m_queue.front();
+                m_queue.pop_front();
+                execute(lock, job, std::move(process));
+                continue;
+            }
+        }
+        m_changed.wait(lock);
+    }
+}
+
+/// A process that nobody uses, preferably one that has the item open; a new one if there may be
+/// more. Null when all are at work, or none can be started.
+EnginePool::ProcessPtr EnginePool::takeProcess(const std::string& item)
+{
+    while (!m_idle.empty()) {
+        auto chosen = std::find_if(m_idle.begin(), m_idle.end(), [&item](const auto& process) {
+            return process->lastItem() == item;
+        });
+        if (chosen == m_idle.end())
+            chosen = m_idle.end() - 1;
+        ProcessPtr process = std::move(*chosen);
+        m_idle.erase(chosen);
+        if (!process->hasEnded()) {
+            m_busy.insert(process->number());
+            return process;
+        }
+        m_supervisor->endOf(process->number());
+    }
+    if (m_busy.size() >= policy().processes)
+        return nullptr;
+    for (int attempt = 0; attempt < 2 && startSupervisor(); ++attempt) {
+        const std::uint32_t number = ++m_lastNumber;
+        if (wire::Descriptor socket = m_supervisor->startEngine(number)) {
+            m_busy.insert(number);
+            return std::make_unique<EngineProcess>(number, std::move(socket));
+        }
+        m_supervisor.reset(); // it was ended by somebody: another one may live
+    }
+    return nullptr;
+}
+
+/// Runs the job with the lock released.
+void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
+{
+    if (m_costly.count(job->item().path) > 0) {
+        job->m_state = Job::State::failed;
+        m_busy.erase(process->number());
+        m_idle.push_back(std::move(process));
+        m_changed.notify_all();
+        return;
+    }
+    job->m_state = Job::State::running;
+    lock.unlock();
+    std::string failure;
+    bool isAnswered = false;
+    try {
+        isAnswered = process->run(*job, failure);
+    } catch (const std::exception& error) {
+        failure = error.what();
+    }
+    lock.lock();
+    m_lastUse = wire::Clock::now();
+    noteProtections(process->protections());
+    job->m_state = isAnswered ? Job::State::answered : Job::State::failed;
+    if (isAnswered) {
+        m_busy.erase(process->number());
+        m_idle.push_back(std::move(process));
+    } else {
+        endProcess(lock, *job, std::move(process), failure);
+    }
+    m_changed.notify_all();
+}
+
+/// Ends what has ended by itself, or has to.
+void EnginePool::endProcess(Lock& lock, const Job& job, ProcessPtr process,
+                            const std::string& failure)
+{
+    const std::uint32_t number = process->number();
+    const std::shared_ptr<SupervisorLink> supervisor = m_supervisor;
+    const bool wasStopped = m_isStopped || m_isEnding;
+    if (!wasStopped)
+        m_costly.insert(job.item().path);
+    lock.unlock();
+    process.reset();
+    std::string reason = failure;
+    if (supervisor) {
+        // One that only closed its socket is given the moment that an end takes.
+        std::string end = failure.empty() ? supervisor->endOf(number) : std::string();
+        if (end.empty()) {
+            supervisor->kill(number);
+            supervisor->endOf(number);
+        }
+        if (reason.empty())
+            reason = end.empty() ? "it closed its socket" : end;
+    }
+    if (!wasStopped)
+        log(job.item().path + ": the engine process " + reason);
+    lock.lock();
+    m_busy.erase(number);
+}
+
+void EnginePool::stop()
+{
+    const Lock lock(m_mutex);
+    m_isStopped = true;
+    m_queue.clear();
+    for (const std::uint32_t number : m_busy)
+        m_supervisor->kill(number);
+    m_changed.notify_all();
+}
+
+void EnginePool::beginImport()
+{
+    const Lock lock(m_mutex);
+    m_isStopped = false;
+    m_costly.clear();
+    m_queue.clear();
+}
+
+std::string EnginePool::failure() const
+{
+    const Lock lock(m_mutex);
+    return m_failure;
+}
+
+std::uint32_t EnginePool::protections() const
+{
+    const Lock lock(m_mutex);
+    return m_protections;
+}
+
+/// What the kernel refuses is said once.
+void EnginePool::noteProtections(std::uint32_t protections)
+{
+    if (protections == 0 || m_protections != 0)
+        return;
+    m_protections = protections;
+}
+
+/// After a while without work all processes are ended, the program too.
+void EnginePool::endWhenIdle()
+{
+    Lock lock(m_mutex);
+    while (!m_isEnding) {
+        const auto end = m_lastUse + policy().idle;
+        if (!m_supervisor) {
+            m_changed.wait(lock);
+        } else if (!m_busy.empty() || wire::Clock::now() < end) {
+            m_changed.wait_until(lock, m_busy.empty() ? end : wire::Clock::now() + policy().idle);
+        } else {
+            m_idle.clear();
+            std::shared_ptr<SupervisorLink> ended = std::move(m_supervisor);
+            lock.unlock();
+            ended.reset(); // waits for the program's end, for which nobody else has to wait
+            lock.lock();
+        }
+    }
+}
+
+} // namespace engine

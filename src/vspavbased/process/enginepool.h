@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "process/engineprocess.h"
+#include "process/supervisorlink.h"
+
+#include <condition_variable>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace engine {
+
+/// The engine's processes, and the jobs that they do, one at a time each.
+///
+/// A job that is asked for is run on the asking thread. Jobs ahead of being asked for are run on
+/// threads of the pool's, when no asked one waits for a process. A process that ends, that does not
+/// answer or answers nonsense is replaced, and costs the job that it was at: its item is not asked
+/// about again until the next import. Callable from any thread.
+class EnginePool
+{
+public:
+    static EnginePool& instance();
+
+    ~EnginePool();
+
+    /// Starts the engine's program, which the first job would do as well. False, with the reason in
+    /// the log, when it cannot be started.
+    bool start();
+
+    /// Runs the job, or waits for it when it is under way. Whether there is an answer.
+    bool run(const JobPtr& job);
+
+    /// Has the job run when a process is free.
+    void runAhead(const JobPtr& job);
+
+    /// How many jobs may be under way ahead of being asked for; 0 with a single process.
+    std::size_t mostAhead() const;
+
+    /// Ends what is under way, and refuses what comes until beginImport().
+    void stop();
+    void beginImport();
+
+    /// Why the engine's program cannot be used; empty when nothing is known against it.
+    std::string failure() const;
+    /// What the processes have given up; 0 when none has answered yet.
+    std::uint32_t protections() const;
+
+    EnginePool(const EnginePool&) = delete;
+    EnginePool& operator=(const EnginePool&) = delete;
+
+private:
+    using Lock = std::unique_lock<std::mutex>;
+    using ProcessPtr = std::unique_ptr<EngineProcess>;
+
+    EnginePool();
+
+    bool startSupervisor();
+    ProcessPtr takeProcess(const std::string& item);
+    void execute(Lock& lock, const JobPtr& job, ProcessPtr process);
+    void endProcess(Lock& lock, const Job& job, ProcessPtr process, const std::string& failure);
+    void workAhead();
+    void endWhenIdle();
+    void noteProtections(std::uint32_t protections);
+
+    mutable std::mutex m_mutex;
+    std::condition_variable m_changed; ///< a process is free, a job is done, or there is a job
+    std::shared_ptr<SupervisorLink> m_supervisor;
+    std::vector<ProcessPtr> m_idle;
+    std::set<std::uint32_t> m_busy; ///< numbers of the processes at work
+    std::uint32_t m_lastNumber = 0;
+    std::deque<JobPtr> m_queue; ///< ahead
+    int m_askers = 0;           ///< threads that wait for a process
+    std::set<std::string> m_costly; ///< items that have cost a process in this import
+    std::string m_failure;
+    std::uint32_t m_protections = 0;
+    bool m_isStopped = false;
+    bool m_isEnding = false;
+    wire::Clock::time_point m_lastUse;
+    std::vector<std::thread> m_threads;
+    bool m_hasTimer = false;
+};
+
+} // namespace engine

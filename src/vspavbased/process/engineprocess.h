@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "enginelink/channel.h"
+#include "process/canvas.h"
+#include "process/job.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace engine {
+
+class ItemFiles;
+
+/// An engine process as this side sees it. Nothing that it says is believed: what is no sensible
+/// answer to what was asked counts as its end. Used on one thread at a time.
+class EngineProcess
+{
+public:
+    EngineProcess(std::uint32_t number, wire::Descriptor socket);
+
+    /// Runs a job: asks, opens files for the process while it works, and takes its answer. False
+    /// when the process has ended, or is to be ended; `failure` then says why, and is empty when
+    /// the process has closed its socket, of which the supervisor knows more.
+    bool run(Job& job, std::string& failure);
+
+    /// Whether it has closed its socket while nothing was asked.
+    bool hasEnded() const;
+
+    std::uint32_t number() const { return m_number; }
+    /// The item of the last job, which it may have open still.
+    const std::string& lastItem() const { return m_lastItem; }
+    /// What it has given up; 0 until it has answered something.
+    std::uint32_t protections() const { return m_protections; }
+
+private:
+    using Result = wire::Channel::Result;
+
+    Result ask(Job& job, const ItemFiles& files, wire::Clock::time_point deadline);
+    Result awaitAnswer(Job& job, const ItemFiles& files, wire::Clock::time_point deadline);
+    Result prepareCanvas(std::size_t size, wire::Clock::time_point deadline);
+    Result serve(const ItemFiles& files, wire::Clock::time_point deadline, bool& isServed);
+
+    std::uint32_t m_number;
+    int m_socket; ///< m_channel's
+    wire::Channel m_channel;
+    wire::Letter m_letter;
+    std::unique_ptr<SharedCanvas> m_canvas;
+    std::string m_lastItem;
+    std::uint32_t m_protections = 0;
+    int m_logLines = 0; ///< of this job
+};
+
+} // namespace engine

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "enginelink/channel.h"
+#include "enginelink/timeline/timeline.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace engine {
+
+/// What a request is about.
+struct Item
+{
+    std::string path;
+    std::shared_ptr<const Timeline> timeline; ///< of a timeline file; else null
+};
+
+/// One request to an engine process and what came of it; a subclass a kind of request. Its answer
+/// is there once EnginePool says that it is done.
+class Job
+{
+public:
+    explicit Job(Item item)
+        : m_item(std::move(item))
+    {}
+    virtual ~Job() = default;
+
+    const Item& item() const { return m_item; }
+
+    /// How long an answer may take.
+    virtual std::chrono::milliseconds limit() const = 0;
+
+    /// Bytes that the picture takes that is asked for; 0 when there is none.
+    virtual std::size_t canvasSize() const { return 0; }
+
+    /// Sends the request; `file` is the item's descriptor, or -1.
+    virtual wire::Channel::Result send(wire::Channel& channel, wire::Clock::time_point deadline,
+                                       int file) const = 0;
+
+    /// Takes the answer out of `letter`, and the picture from `canvas`. False when it answers
+    /// something else, or is one that no engine gives.
+    virtual bool accept(wire::Letter& letter, const void* canvas) = 0;
+
+    Job(const Job&) = delete;
+    Job& operator=(const Job&) = delete;
+
+private:
+    friend class EnginePool;
+
+    enum class State
+    {
+        fresh,
+        queued, ///< to be run ahead of being asked for
+        running,
+        answered,
+        failed
+    };
+
+    Item m_item;
+    State m_state = State::fresh; ///< the pool's, under its lock
+};
+
+using JobPtr = std::shared_ptr<Job>;
+
+} // namespace engine

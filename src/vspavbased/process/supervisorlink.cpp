@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "process/supervisorlink.h"
+
+#include "enginelink/supervision.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+
+namespace engine {
+
+namespace {
+
+/// Between the end of a process and the supervisor's word of it lie microseconds.
+constexpr std::chrono::milliseconds waitForNotice{500};
+
+bool makeSocketPair(int type, wire::Descriptor& ours, wire::Descriptor& theirs)
+{
+    int sockets[2];
+    if (socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, sockets) != 0)
+        return false;
+    ours.reset(sockets[0]);
+    theirs.reset(sockets[1]);
+    return true;
+}
+
+std::string endInWords(int status)
+{
+    if (WIFSIGNALED(status)) {
+        return "ended by signal " + std::to_string(WTERMSIG(status)) + " (" +
+               strsignal(WTERMSIG(status)) + ")";
+    }
+    switch (WEXITSTATUS(status)) {
+    case wire::EndedForMemory:
+        return "ended for want of memory";
+    default:
+        return "ended with status " + std::to_string(WEXITSTATUS(status));
+    }
+}
+
+/// What a new program is given: three empty streams, its socket, default signals, and nothing of the
+/// environment.
+class Start
+{
+public:
+    Start()
+    {
+        posix_spawn_file_actions_init(&m_files);
+        posix_spawnattr_init(&m_attributes);
+        sigset_t all;
+        sigfillset(&all);
+        posix_spawnattr_setsigdefault(&m_attributes, &all);
+        sigset_t none;
+        sigemptyset(&none);
+        posix_spawnattr_setsigmask(&m_attributes, &none);
+        posix_spawnattr_setflags(&m_attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    }
+    ~Start()
+    {
+        posix_spawn_file_actions_destroy(&m_files);
+        posix_spawnattr_destroy(&m_attributes);
+    }
+
+    /// 0, or the reason as a number of errno.
+    int run(const std::string& program, const wire::Descriptor& socket, pid_t& process)
+    {
+        // In this order, since the socket may have one of these numbers.
+        wire::Descriptor copy(fcntl(socket.get(), F_DUPFD_CLOEXEC, wire::supervisorSocket + 1));
+        posix_spawn_file_actions_adddup2(&m_files, copy.get(), wire::supervisorSocket);
+        posix_spawn_file_actions_addopen(&m_files, STDIN_FILENO, "/dev/null", O_RDWR, 0);
+        posix_spawn_file_actions_adddup2(&m_files, STDIN_FILENO, STDOUT_FILENO);
+#ifndef VSPIMPORT_SANITIZED // which have something to say there
+        posix_spawn_file_actions_adddup2(&m_files, STDIN_FILENO, STDERR_FILENO);
+#endif
+        std::string starter = std::to_string(getpid());
+        std::string path = program;
+        char* arguments[] = {path.data(), starter.data(), nullptr};
+#ifdef VSPIMPORT_SANITIZED
+        return posix_spawn(&process, program.c_str(), &m_files, &m_attributes, arguments, environ);
+#else
+        char* environment[] = {nullptr};
+        return posix_spawn(&process, program.c_str(), &m_files, &m_attributes, arguments,
+                           environment);
+#endif
+    }
+
+    Start(const Start&) = delete;
+    Start& operator=(const Start&) = delete;
+
+private:
+    posix_spawn_file_actions_t m_files;
+    posix_spawnattr_t m_attributes;
+};
+
+} // namespace
+
+std::unique_ptr<SupervisorLink> SupervisorLink::start(const std::string& program,
+                                                      std::string& error)
+{
+    wire::Descriptor ours;
+    wire::Descriptor theirs;
+    if (!makeSocketPair(SOCK_SEQPACKET, ours, theirs)) {
+        error = std::string("the engine's socket: ") + std::strerror(errno);
+        return nullptr;
+    }
+    pid_t process = -1;
+    const int failure = Start().run(program, theirs, process);
+    if (failure != 0) {
+        error = program + ": " + std::strerror(failure);
+        return nullptr;
+    }
+    return std::unique_ptr<SupervisorLink>(new SupervisorLink(std::move(ours), process));
+}
+
+SupervisorLink::SupervisorLink(wire::Descriptor socket, pid_t process)
+    : m_socket(std::move(socket))
+    , m_process(process)
+{}
+
+/// The program ends all its processes when the socket closes. It is waited for by its own number:
+/// a host that waits for any child may have been faster.
+SupervisorLink::~SupervisorLink()
+{
+    m_socket.reset();
+    while (waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+wire::Descriptor SupervisorLink::startEngine(std::uint32_t engine)
+{
+    wire::Descriptor ours;
+    wire::Descriptor theirs;
+    if (!makeSocketPair(SOCK_STREAM, ours, theirs) ||
+        !order(wire::Order::Start, engine, theirs.get()))
+        return {};
+    return ours;
+}
+
+void SupervisorLink::kill(std::uint32_t engine)
+{
+    order(wire::Order::Kill, engine, -1);
+}
+
+bool SupervisorLink::order(std::uint32_t kind, std::uint32_t engine, int descriptor)
+{
+    wire::Order order = {static_cast<wire::Order::Kind>(kind), engine};
+    iovec part = {&order, sizeof(order)};
+    alignas(cmsghdr) char control[CMSG_SPACE(sizeof(int))] = "";
+    msghdr message{};
+    message.msg_iov = &part;
+    message.msg_iovlen = 1;
+    if (descriptor >= 0) {
+        message.msg_control = control;
+        message.msg_controllen = sizeof(control);
+        cmsghdr* header = CMSG_FIRSTHDR(&message);
+        header->cmsg_level = SOL_SOCKET;
+        header->cmsg_type = SCM_RIGHTS;
+        header->cmsg_len = CMSG_LEN(sizeof(int));
+        std::memcpy(CMSG_DATA(header), &descriptor, sizeof(descriptor));
+    }
+    return sendmsg(m_socket.get(), &message, MSG_NOSIGNAL) == sizeof(order);
+}
+
+std::string SupervisorLink::endOf(std::uint32_t engine)
+{
+    const auto deadline = wire::Clock::now() + waitForNotice;
+    std::lock_guard<std::mutex> lock(m_mutex);
+    for (;;) {
+        const auto end = m_ends.find(engine);
+        if (end != m_ends.end()) {
+            const int status = end->second;
+            m_ends.erase(end);
+            return endInWords(status);
+        }
+        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
+            deadline - wire::Clock::now());
+        pollfd file = {m_socket.get(), POLLIN, 0};
+        wire::Notice notice{};
+        if (left.count() <= 0 || poll(&file, 1, static_cast<int>(left.count())) <= 0 ||
+            recv(m_socket.get(), &notice, sizeof(notice), MSG_DONTWAIT) != sizeof(notice))
+            return {};
+        m_ends[notice.engine] = notice.status;
+    }
+}
+
+} // namespace engine

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#pragma once
+
+#include "enginelink/channel.h"
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace engine {
+
+/// The engine's program, running: it starts engine processes and tells how they end. Destroying
+/// this ends it and all of them. Callable from any thread.
+class SupervisorLink
+{
+public:
+    /// Starts the program. Null, with the reason in `error`, when it cannot be started.
+    static std::unique_ptr<SupervisorLink> start(const std::string& program, std::string& error);
+
+    ~SupervisorLink();
+
+    /// The socket of a new engine process, which is called `engine`. None when the program is gone.
+    wire::Descriptor startEngine(std::uint32_t engine);
+    void kill(std::uint32_t engine);
+
+    /// How that process has ended, in words: "ended by signal 11 (Segmentation fault)". Waits a
+    /// moment for the news; empty when none comes.
+    std::string endOf(std::uint32_t engine);
+
+    SupervisorLink(const SupervisorLink&) = delete;
+    SupervisorLink& operator=(const SupervisorLink&) = delete;
+
+private:
+    SupervisorLink(wire::Descriptor socket, pid_t process);
+
+    bool order(std::uint32_t kind, std::uint32_t engine, int descriptor);
+
+    std::mutex m_mutex;
+    wire::Descriptor m_socket;
+    pid_t m_process;
+    std::map<std::uint32_t, int> m_ends; ///< heard of and not asked for yet
+};
+
+} // namespace engine

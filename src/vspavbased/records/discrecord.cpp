@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "records/discrecord.h"
+
+#include <algorithm>
+
+namespace engine {
+
+namespace {
+
+/// Looks a disc's numbers through: each index in it exists, and no time is nonsense.
+class DiscCheck
+{
+public:
+    explicit DiscCheck(const wire::Disc& disc)
+        : m_disc(disc)
+    {}
+
+    bool passes() const
+    {
+        return isSensible(*m_disc.name()) && all(m_disc.files(), &DiscCheck::checkFile) &&
+               all(m_disc.times(), &DiscCheck::checkTimes) &&
+               all(m_disc.titles(), &DiscCheck::checkTitle);
+    }
+
+private:
+    template <typename List, typename Part>
+    bool all(const List& list, bool (DiscCheck::*check)(const Part&) const) const
+    {
+        return std::all_of(list->begin(), list->end(),
+                           [this, check](const Part* part) { return (this->*check)(*part); });
+    }
+
+    bool checkFile(const wire::StreamFile& file) const
+    {
+        return isSensible(*file.name()) && (!file.movie() || isSensible(*file.movie()));
+    }
+
+    bool checkTimes(const wire::ClipTimes& times) const
+    {
+        return std::all_of(times.seconds()->begin(), times.seconds()->end(),
+                           [](double seconds) { return isSensible(seconds); });
+    }
+
+    /// Whether there are times of `clips` clips at `index`.
+    bool hasTimes(std::uint32_t index, std::uint32_t clips) const
+    {
+        return index < m_disc.times()->size() &&
+               clips <= m_disc.times()->Get(index)->seconds()->size();
+    }
+
+    bool checkTitle(const wire::Title& title) const
+    {
+        const std::uint32_t clips = title.clip_files()->size();
+        return isSensible(*title.name()) && isSensible(title.duration()) &&
+               isSensible(title.time_stamp()) && hasTimes(title.in_times(), clips) &&
+               hasTimes(title.out_times(), clips) &&
+               std::all_of(title.clip_files()->begin(), title.clip_files()->end(),
+                           [this](std::uint32_t file) { return file < m_disc.files()->size(); }) &&
+               all(title.chapters(), &DiscCheck::checkChapter);
+    }
+
+    bool checkChapter(const wire::Chapter& chapter) const
+    {
+        return isSensible(chapter.duration()) && isSensible(chapter.time_stamp()) &&
+               hasTimes(chapter.in_times(), chapter.clips()) &&
+               hasTimes(chapter.out_times(), chapter.clips());
+    }
+
+    const wire::Disc& m_disc;
+};
+
+} // namespace
+
+std::shared_ptr<const DiscRecord> DiscRecord::make(wire::Letter letter)
+{
+    const auto* read = letter.as<wire::DiscRead>();
+    if (!read || !read->disc() || !DiscCheck(*read->disc()).passes())
+        return nullptr;
+    return std::shared_ptr<const DiscRecord>(new DiscRecord(std::move(letter)));
+}
+
+DiscRecord::DiscRecord(wire::Letter letter)
+    : m_letter(std::move(letter))
+    , m_disc()
+{
+    m_disc.name = told().name()->c_str();
+    m_disc.scrambled = told().is_scrambled() ? 1 : 0;
+    for (const wire::StreamFile* file : *told().files()) {
+        m_fileNames.push_back(file->name()->c_str());
+        m_files.emplace(file->name()->c_str(),
+                        file->movie() ? std::make_unique<MovieRecord>(*file->movie()) : nullptr);
+    }
+    for (const wire::Title* title : *told().titles()) {
+        m_titleNames.push_back(title->name()->c_str());
+        m_titles.emplace(title->name()->c_str(), makeTitle(*title));
+    }
+}
+
+DiscRecord::Title DiscRecord::makeTitle(const wire::Title& title) const
+{
+    std::vector<const char*> clips;
+    for (const std::uint32_t file : *title.clip_files())
+        clips.push_back(m_fileNames[file]);
+    Title made{};
+    made.clips = std::make_unique<BdList>(clips);
+    made.record.clipCount = title.clip_files()->size();
+    made.record.clips = made.clips.get();
+    made.record.inTimes = times(title.in_times());
+    made.record.outTimes = times(title.out_times());
+    made.record.timeStamp = title.time_stamp();
+    made.record.duration = title.duration();
+    for (const wire::Chapter* chapter : *title.chapters()) {
+        AVBased::BDPlayInfo record{};
+        record.clipCount = chapter->clips();
+        record.inTimes = times(chapter->in_times());
+        record.outTimes = times(chapter->out_times());
+        record.timeStamp = chapter->time_stamp();
+        record.duration = chapter->duration();
+        made.chapters.push_back(record);
+    }
+    return made;
+}
+
+const double* DiscRecord::times(std::uint32_t index) const
+{
+    return told().times()->Get(index)->seconds()->data();
+}
+
+const DiscRecord::Title* DiscRecord::findTitle(const char* name) const
+{
+    const auto found = name ? m_titles.find(name) : m_titles.end();
+    return found == m_titles.end() ? nullptr : &found->second;
+}
+
+const AVBased::BDPlayInfo* DiscRecord::title(const char* name) const
+{
+    const Title* found = findTitle(name);
+    return found ? &found->record : nullptr;
+}
+
+const std::vector<AVBased::BDPlayInfo>* DiscRecord::chapters(const char* title) const
+{
+    const Title* found = findTitle(title);
+    return found ? &found->chapters : nullptr;
+}
+
+const AVBased::AVMovieInfo* DiscRecord::file(const char* name) const
+{
+    const auto found = name ? m_files.find(name) : m_files.end();
+    return found == m_files.end() || !found->second ? nullptr : found->second->get();
+}
+
+} // namespace engine
