@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "engineclient.h"
 
+#include "policy.h"
 #include "process/enginepool.h"
+
+#include <algorithm>
 
 namespace engine {
 
@@ -13,37 +16,178 @@ EngineClient& EngineClient::instance()
 
 void EngineClient::beginImport()
 {
+    const Lock lock(m_mutex);
     EnginePool::instance().beginImport();
+    m_folders.clear();
+    m_pictures.clear();
+    m_descriptions.clear();
+    m_frames.clear();
+    m_distance = SIZE_MAX;
 }
 
 ItemRecordPtr EngineClient::describe(const Item& item)
 {
-    const auto job = std::make_shared<DescribeJob>(item);
-    return EnginePool::instance().run(job) ? job->record() : nullptr;
+    const DescribeJobPtr job = takeDescription(item);
+    if (!EnginePool::instance().run(job) || !job->record())
+        return nullptr;
+    const Lock lock(m_mutex);
+    m_pictures.add(job->record());
+    return job->record();
+}
+
+/// One that is under way, or a new one; and the next ones are set out.
+EngineClient::DescribeJobPtr EngineClient::takeDescription(const Item& item)
+{
+    const Lock lock(m_mutex);
+    EnginePool& pool = EnginePool::instance();
+    const auto isOf = [](const std::string& path) {
+        return [&path](const DescribeJobPtr& job) { return job->item().path == path; };
+    };
+    const auto ahead = std::find_if(m_descriptions.begin(), m_descriptions.end(), isOf(item.path));
+    DescribeJobPtr job = std::make_shared<DescribeJob>(item);
+    if (ahead != m_descriptions.end() && !item.timeline) {
+        job = *ahead;
+        // What came before it in its folder has been passed over.
+        std::for_each(m_descriptions.begin(), ahead, [&pool](const auto& d) { pool.drop(d); });
+        m_descriptions.erase(m_descriptions.begin(), std::next(ahead));
+    }
+    const std::size_t most = item.timeline ? 0 : pool.mostAhead();
+    for (const std::string& path : m_folders.following(item.path, most)) {
+        if (m_descriptions.size() >= most)
+            break;
+        if (std::any_of(m_descriptions.begin(), m_descriptions.end(), isOf(path)))
+            continue;
+        m_descriptions.push_back(std::make_shared<DescribeJob>(Item{path, nullptr}));
+        pool.runAhead(m_descriptions.back());
+    }
+    return job;
 }
 
 DiscRecordPtr EngineClient::readDisc(const std::string& path)
 {
     const auto job = std::make_shared<ReadDiscJob>(Item{path, nullptr});
-    return EnginePool::instance().run(job) ? job->record() : nullptr;
+    if (!EnginePool::instance().run(job) || !job->record())
+        return nullptr;
+    const Lock lock(m_mutex);
+    m_pictures.add(job->record());
+    return job->record();
 }
 
-std::shared_ptr<FramesJob> EngineClient::frames(const ItemRecordPtr& record,
-                                                const FrameWish& wish)
+void EngineClient::forget(const ItemRecord& item)
 {
-    auto job = std::make_shared<FramesJob>(record, wish);
+    const Lock lock(m_mutex);
+    dropFrames(item);
+    m_pictures.remove(item);
+}
+
+/// What is ahead of an item and was never asked for was there already: then so may be what follows.
+void EngineClient::dropFrames(const ItemRecord& item)
+{
+    for (auto job = m_frames.begin(); job != m_frames.end();) {
+        if (&(*job)->record() != &item) {
+            ++job;
+            continue;
+        }
+        EnginePool::instance().drop(*job);
+        job = m_frames.erase(job);
+        m_distance = 0;
+    }
+}
+
+/// Of a media file, whoever opens it wants its picture. Of a disc there may be no picture missing.
+bool EngineClient::open(const ItemRecordPtr& item, std::int32_t movie, std::int32_t stream)
+{
+    FramesJobPtr job;
+    {
+        const Lock lock(m_mutex);
+        const auto ahead = std::find_if(m_frames.begin(), m_frames.end(), [&](const auto& job) {
+            return &job->record() == item.get() && job->wish().movie == movie &&
+                   job->wish().stream == stream;
+        });
+        if (ahead != m_frames.end())
+            job = *ahead;
+        const bool isMedia = !item->isDvd() && !item->item().timeline;
+        const auto planned =
+            isMedia ? m_pictures.firstOf(*item, movie, stream) : std::nullopt;
+        if (!job && planned && m_pictureSize.first > 0) {
+            job = std::make_shared<FramesJob>(item, wishFor(*planned));
+            m_frames.push_back(job);
+            readAheadFrom(*item, job->wish());
+        }
+    }
+    if (!job) {
+        FrameWish wish;
+        wish.movie = movie;
+        wish.stream = stream;
+        job = std::make_shared<FramesJob>(item, wish);
+    }
+    return EnginePool::instance().run(job) && job->isOpened();
+}
+
+std::shared_ptr<FramesJob> EngineClient::frames(const ItemRecordPtr& item, const FrameWish& wish)
+{
+    const FramesJobPtr job = takeFrames(item, wish);
     return EnginePool::instance().run(job) ? job : nullptr;
+}
+
+EngineClient::FramesJobPtr EngineClient::takeFrames(const ItemRecordPtr& item,
+                                                    const FrameWish& wish)
+{
+    const Lock lock(m_mutex);
+    const auto ahead = std::find_if(m_frames.begin(), m_frames.end(), [&](const auto& job) {
+        return &job->record() == item.get() && job->wish() == wish;
+    });
+    if (ahead == m_frames.end()) {
+        readAheadFrom(*item, wish);
+        return std::make_shared<FramesJob>(item, wish);
+    }
+    const FramesJobPtr job = *ahead;
+    m_frames.erase(ahead);
+    m_distance = m_distance > SIZE_MAX / 2 ? SIZE_MAX : m_distance * 2 + 1;
+    readAheadFrom(*item, wish);
+    return job;
+}
+
+FrameWish EngineClient::wishFor(const PlannedPicture& planned) const
+{
+    FrameWish wish;
+    wish.movie = planned.movie;
+    wish.stream = planned.stream;
+    wish.seekMs = planned.seekMs;
+    wish.reads = policy().readsOfPicture;
+    wish.width = m_pictureSize.first;
+    wish.height = m_pictureSize.second;
+    return wish;
+}
+
+/// Sets out the pictures that follow the one wished for.
+void EngineClient::readAheadFrom(const ItemRecord& item, const FrameWish& wish)
+{
+    EnginePool& pool = EnginePool::instance();
+    const std::size_t most = std::min(pool.mostAhead(), m_distance);
+    if (m_distance == 0)
+        m_distance = 1;
+    if (!wish.seekMs || wish.width == 0 ||
+        !m_pictures.goTo(item, wish.movie, wish.stream, *wish.seekMs))
+        return;
+    while (m_frames.size() < most) {
+        const auto next = m_pictures.next();
+        if (!next)
+            break;
+        m_frames.push_back(std::make_shared<FramesJob>(next->item, wishFor(next->planned)));
+        pool.runAhead(m_frames.back());
+    }
 }
 
 void EngineClient::setPictureSize(std::uint32_t width, std::uint32_t height)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const Lock lock(m_mutex);
     m_pictureSize = {width, height};
 }
 
 std::pair<std::uint32_t, std::uint32_t> EngineClient::pictureSize() const
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
+    const Lock lock(m_mutex);
     return m_pictureSize;
 }
 

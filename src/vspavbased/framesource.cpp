@@ -9,11 +9,9 @@ namespace engine {
 FrameSource* FrameSource::open(const ItemRecordPtr& record, std::int32_t movie,
                                std::int32_t stream)
 {
-    FrameWish wish;
-    wish.movie = movie;
-    wish.stream = stream;
-    const auto job = EngineClient::instance().frames(record, wish);
-    return job && job->isOpened() ? new FrameSource(record, movie, stream) : nullptr;
+    return EngineClient::instance().open(record, movie, stream)
+               ? new FrameSource(record, movie, stream)
+               : nullptr;
 }
 
 void FrameSource::seek(std::int32_t positionMs)

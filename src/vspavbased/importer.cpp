@@ -46,6 +46,7 @@ void Importer::close() {}
 
 void Importer::release()
 {
+    EngineClient::instance().forget(*m_record);
     if (m_record->item().timeline)
         removeWrittenTimeline(m_record->item().path);
     delete this;

@@ -134,6 +134,14 @@ void EnginePool::runAhead(const JobPtr& job)
     m_changed.notify_all();
 }
 
+void EnginePool::drop(const JobPtr& job)
+{
+    const Lock lock(m_mutex);
+    m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), job), m_queue.end());
+    if (job->m_state == Job::State::queued)
+        job->m_state = Job::State::failed;
+}
+
 void EnginePool::workAhead()
 {
     Lock lock(m_mutex);

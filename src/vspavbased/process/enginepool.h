@@ -39,6 +39,9 @@ public:
     /// Has the job run when a process is free.
     void runAhead(const JobPtr& job);
 
+    /// Has it not run, unless it is running already.
+    void drop(const JobPtr& job);
+
     /// How many jobs may be under way ahead of being asked for; 0 with a single process.
     std::size_t mostAhead() const;
 

@@ -83,6 +83,7 @@ public:
         , m_wish(wish)
     {}
 
+    const ItemRecord& record() const { return *m_record; }
     const FrameWish& wish() const { return m_wish; }
     bool isOpened() const { return m_isOpened; }
     const std::vector<wire::Read>& reads() const { return m_reads; }
