@@ -12,6 +12,10 @@ namespace engine {
 
 namespace {
 
+/// For the end of a process whose socket has closed; what else closes it is not an end.
+constexpr std::chrono::milliseconds timeToEnd{100};
+constexpr std::chrono::milliseconds noTime{0};
+
 /// The pool of this process. A host may fork: the child has none of the threads and must leave the
 /// processes alone, so what it inherits stays untouched.
 class PoolOfProcess
@@ -174,7 +178,7 @@ EnginePool::ProcessPtr EnginePool::takeProcess(const std::string& item)
             m_busy.insert(process->number());
             return process;
         }
-        m_supervisor->endOf(process->number());
+        m_supervisor->endEngine(process->number(), noTime);
     }
     if (m_busy.size() >= policy().processes)
         return nullptr;
@@ -211,13 +215,13 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
     lock.lock();
     m_lastUse = wire::Clock::now();
     noteProtections(process->protections());
-    job->m_state = isAnswered ? Job::State::answered : Job::State::failed;
     if (isAnswered) {
         m_busy.erase(process->number());
         m_idle.push_back(std::move(process));
     } else {
         endProcess(lock, *job, std::move(process), failure);
     }
+    job->m_state = isAnswered ? Job::State::answered : Job::State::failed;
     m_changed.notify_all();
 }
 
@@ -234,14 +238,9 @@ void EnginePool::endProcess(Lock& lock, const Job& job, ProcessPtr process,
     process.reset();
     std::string reason = failure;
     if (supervisor) {
-        // One that only closed its socket is given the moment that an end takes.
-        std::string end = failure.empty() ? supervisor->endOf(number) : std::string();
-        if (end.empty()) {
-            supervisor->kill(number);
-            supervisor->endOf(number);
-        }
+        const std::string end = supervisor->endEngine(number, failure.empty() ? timeToEnd : noTime);
         if (reason.empty())
-            reason = end.empty() ? "it closed its socket" : end;
+            reason = end.empty() ? "closed its socket" : end;
     }
     if (!wasStopped)
         log(job.item().path + ": the engine process " + reason);

@@ -72,10 +72,10 @@ bool EngineProcess::run(Job& job, std::string& failure)
         failure.clear();
         break;
     case Result::tooLate:
-        failure = "no answer within " + inSeconds(job.limit());
+        failure = "gave no answer within " + inSeconds(job.limit());
         break;
     case Result::nonsense:
-        failure = "an answer that makes no sense";
+        failure = "gave an answer that makes no sense";
         break;
     }
     return false;

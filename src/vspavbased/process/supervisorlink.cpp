@@ -9,6 +9,7 @@
 #include <sys/socket.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -18,8 +19,8 @@ namespace engine {
 
 namespace {
 
-/// Between the end of a process and the supervisor's word of it lie microseconds.
-constexpr std::chrono::milliseconds waitForNotice{500};
+/// A killed process ends at once, unless the system has it wait for a disk.
+constexpr std::chrono::milliseconds waitForNotice{1000};
 
 bool makeSocketPair(int type, wire::Descriptor& ours, wire::Descriptor& theirs)
 {
@@ -168,24 +169,35 @@ bool SupervisorLink::order(std::uint32_t kind, std::uint32_t engine, int descrip
     return sendmsg(m_socket.get(), &message, MSG_NOSIGNAL) == sizeof(order);
 }
 
-std::string SupervisorLink::endOf(std::uint32_t engine)
+std::string SupervisorLink::endEngine(std::uint32_t engine, std::chrono::milliseconds patience)
 {
-    const auto deadline = wire::Clock::now() + waitForNotice;
-    std::lock_guard<std::mutex> lock(m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (const auto status = awaitEnd(engine, patience))
+        return endInWords(*status);
+    kill(engine);
+    awaitEnd(engine, waitForNotice);
+    return {};
+}
+
+/// The status with which the process has ended; nothing when it does not in time.
+std::optional<int> SupervisorLink::awaitEnd(std::uint32_t engine,
+                                            std::chrono::milliseconds patience)
+{
+    const auto deadline = wire::Clock::now() + patience;
     for (;;) {
         const auto end = m_ends.find(engine);
         if (end != m_ends.end()) {
             const int status = end->second;
             m_ends.erase(end);
-            return endInWords(status);
+            return status;
         }
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-            deadline - wire::Clock::now());
+        const auto left =
+            std::chrono::ceil<std::chrono::milliseconds>(deadline - wire::Clock::now());
         pollfd file = {m_socket.get(), POLLIN, 0};
         wire::Notice notice{};
-        if (left.count() <= 0 || poll(&file, 1, static_cast<int>(left.count())) <= 0 ||
+        if (poll(&file, 1, static_cast<int>(std::max<std::int64_t>(left.count(), 0))) <= 0 ||
             recv(m_socket.get(), &notice, sizeof(notice), MSG_DONTWAIT) != sizeof(notice))
-            return {};
+            return std::nullopt;
         m_ends[notice.engine] = notice.status;
     }
 }

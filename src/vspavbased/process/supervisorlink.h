@@ -5,10 +5,12 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace engine {
@@ -27,9 +29,9 @@ public:
     wire::Descriptor startEngine(std::uint32_t engine);
     void kill(std::uint32_t engine);
 
-    /// How that process has ended, in words: "ended by signal 11 (Segmentation fault)". Waits a
-    /// moment for the news; empty when none comes.
-    std::string endOf(std::uint32_t engine);
+    /// Waits as long as that for the process to end by itself, and then kills it. How it has ended,
+    /// in words: "ended by signal 11 (Segmentation fault)"; empty when it had to be killed.
+    std::string endEngine(std::uint32_t engine, std::chrono::milliseconds patience);
 
     SupervisorLink(const SupervisorLink&) = delete;
     SupervisorLink& operator=(const SupervisorLink&) = delete;
@@ -37,6 +39,7 @@ public:
 private:
     SupervisorLink(wire::Descriptor socket, pid_t process);
 
+    std::optional<int> awaitEnd(std::uint32_t engine, std::chrono::milliseconds patience);
     bool order(std::uint32_t kind, std::uint32_t engine, int descriptor);
 
     std::mutex m_mutex;
