@@ -2,6 +2,7 @@
 #include "picture/imageconverter.h"
 
 #include "picture/colourconversion.h"
+#include "picture/deinterlacing.h"
 #include "picture/frame.h"
 
 #include <algorithm>
@@ -91,13 +92,46 @@ bool hasAlpha(int format)
     return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL));
 }
 
-/// Transparent pixels show the black behind them.
-std::uint32_t onBlack(std::uint32_t argb)
+/// Where swscale puts pixels. In planes it works out the colour of each by itself; in packed ones
+/// two share one, by tables that turn grey into magenta.
+FramePtr makeFrame(AVPixelFormat format, int width, int height)
 {
-    const std::uint32_t alpha = argb >> 24;
-    const auto blend = [alpha](std::uint32_t c) { return (c * alpha + 127) / 255; };
-    return 0xFF000000U | blend(argb >> 16 & 0xFF) << 16 | blend(argb >> 8 & 0xFF) << 8 |
-           blend(argb & 0xFF);
+    FramePtr frame(av_frame_alloc());
+    if (!frame)
+        return nullptr;
+    frame->format = format;
+    frame->width = width;
+    frame->height = height;
+    return av_frame_get_buffer(frame.get(), 0) < 0 ? nullptr : std::move(frame);
+}
+
+const std::uint8_t* rowOf(const AVFrame& frame, int plane, int y)
+{
+    return frame.data[plane] + static_cast<std::ptrdiff_t>(frame.linesize[plane]) * y;
+}
+
+/// Row `y` of planes of green, blue and red.
+void join(const AVFrame& planes, int y, std::uint32_t* argb)
+{
+    const std::uint8_t* green = rowOf(planes, 0, y);
+    const std::uint8_t* blue = rowOf(planes, 1, y);
+    const std::uint8_t* red = rowOf(planes, 2, y);
+    for (int x = 0; x < planes.width; ++x)
+        argb[x] =
+            0xFF000000U | std::uint32_t{red[x]} << 16 | std::uint32_t{green[x]} << 8 | blue[x];
+}
+
+/// The same for planes with one of opacity: transparent pixels show the black behind them.
+void joinOnBlack(const AVFrame& planes, int y, std::uint32_t* argb)
+{
+    const std::uint8_t* green = rowOf(planes, 0, y);
+    const std::uint8_t* blue = rowOf(planes, 1, y);
+    const std::uint8_t* red = rowOf(planes, 2, y);
+    const std::uint8_t* alpha = rowOf(planes, 3, y);
+    const auto blend = [alpha](std::uint32_t c, int x) { return (c * alpha[x] + 127) / 255; };
+    for (int x = 0; x < planes.width; ++x)
+        argb[x] =
+            0xFF000000U | blend(red[x], x) << 16 | blend(green[x], x) << 8 | blend(blue[x], x);
 }
 
 } // namespace
@@ -135,46 +169,38 @@ AVBased::IAVPicture* ImageConverter::convert(AVBased::IAVFrame* frame)
 /// Makes m_scaled of the frame, `width` x `height` pixels of 0xFFRRGGBB.
 bool ImageConverter::scale(const AVFrame& picture, int width, int height)
 {
+    const bool hasTwoMoments = isInterlaced(picture);
+    const FramePtr moment = hasTwoMoments ? deinterlaced(picture, height) : nullptr;
+    const AVFrame& shown = moment ? *moment : picture;
     const bool wide = needsColourConversion(picture);
+    const bool blend = !wide && hasAlpha(picture.format);
+    const FramePtr planes = makeFrame(
+        wide ? AV_PIX_FMT_GBRP16 : (blend ? AV_PIX_FMT_GBRAP : AV_PIX_FMT_GBRP), width, height);
     const AVPixelFormat from = plainFormat(picture.format);
-    const AVPixelFormat to = wide ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_RGB32;
-    if (!sws_isSupportedInput(from))
+    if (!planes || (hasTwoMoments && !moment) || !sws_isSupportedInput(from))
         return false;
-    m_scaler.reset(sws_getCachedContext(m_scaler.release(), picture.width, picture.height, from,
-                                        width, height, to, SWS_BILINEAR, nullptr, nullptr,
-                                        nullptr));
+    m_scaler.reset(sws_getCachedContext(m_scaler.release(), shown.width, shown.height, from, width,
+                                        height, static_cast<AVPixelFormat>(planes->format),
+                                        SWS_BILINEAR, nullptr, nullptr, nullptr));
     if (!m_scaler)
         return false;
     constexpr int neutral = 1 << 16;
     const int* screen = sws_getCoefficients(SWS_CS_DEFAULT);
     sws_setColorspaceDetails(m_scaler.get(), sws_getCoefficients(matrixOf(picture)),
                              isFullRange(picture), screen, 1, 0, neutral, neutral);
-
-    // Rows end on the boundary that swscale writes to at its fastest, and beyond.
-    const int bytesPerPixel = wide ? 8 : 4;
-    const int stride = FFALIGN(width * bytesPerPixel, 64);
-    std::vector<std::uint8_t> buffer(static_cast<std::size_t>(stride) * height + 64);
-    std::uint8_t* const start =
-        buffer.data() + (64 - reinterpret_cast<std::uintptr_t>(buffer.data()) % 64) % 64;
-    std::uint8_t* const planes[4] = {start, nullptr, nullptr, nullptr};
-    const int strides[4] = {stride, 0, 0, 0};
-    if (sws_scale(m_scaler.get(), picture.data, picture.linesize, 0, picture.height, planes,
-                  strides) != height)
+    if (sws_scale(m_scaler.get(), shown.data, shown.linesize, 0, shown.height, planes->data,
+                  planes->linesize) != height)
         return false;
 
     m_scaled.resize(static_cast<std::size_t>(width) * height);
-    const bool blend = hasAlpha(picture.format);
     for (int y = 0; y < height; ++y) {
-        const std::uint8_t* row = start + static_cast<std::ptrdiff_t>(stride) * y;
         std::uint32_t* out = m_scaled.data() + static_cast<std::ptrdiff_t>(width) * y;
-        if (wide) {
-            convertColours(picture, reinterpret_cast<const std::uint16_t*>(row),
-                           static_cast<std::size_t>(width), out);
-            continue;
-        }
-        const auto* pixels = reinterpret_cast<const std::uint32_t*>(row);
-        for (int x = 0; x < width; ++x)
-            out[x] = blend ? onBlack(pixels[x]) : 0xFF000000U | pixels[x];
+        if (wide)
+            convertColours(picture, *planes, y, out);
+        else if (blend)
+            joinOnBlack(*planes, y, out);
+        else
+            join(*planes, y, out);
     }
     return true;
 }
