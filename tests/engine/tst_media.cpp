@@ -104,42 +104,30 @@ private Q_SLOTS:
         QCOMPARE(openFiles().size(), before);
     }
 
+    /// Keyframes are two seconds apart. Pictures tell the time, too.
     void seeksToTheNearestKeyframe()
     {
-        const auto expect = [](const char* file, int position, std::int64_t keyframe) {
-            const ImporterPtr importer = openFixture(file);
-            const SourcePtr source = openVideo(importer);
+        for (const QString file : {"gop2s.mp4", "matroska.mkv", "starts-at-600.ts",
+                                   "program-stream.mpg", "riff.avi", "flash.flv", "windows.asf"}) {
+            const SourcePtr source = openVideo(openFixture("media/time-" + file));
             QVERIFY(source);
-            std::int64_t timeMs;
-            IAVFrame* frame = frameAt(*source, position, 1, &timeMs);
-            QVERIFY(frame);
-            QCOMPARE(timeMs, keyframe);
-            QVERIFY(qAbs(secondOf(pictureOf(frame), 10.0) - double(keyframe) / 1000.0) < 0.2);
-        };
-        expect("media/time-gop2s.mp4", 0, 0);
-        expect("media/time-gop2s.mp4", 4900, 4000);
-        expect("media/time-gop2s.mp4", 5100, 6000);
-        expect("media/time-matroska.mkv", 5100, 6000);
-        expect("media/time-gop2s.mp4", 500000, 18000);
-        expect("media/time-gop2s.mp4", -7, 0);
-    }
-
-    /// A keyframe within its distance of the position, and the clock that goes with it.
-    void seeksWithoutAnIndex()
-    {
-        for (const char* file : {"time-starts-at-600.ts", "time-program-stream.mpg", "time.flv"}) {
-            const ImporterPtr importer = openFixture(QString("media/") + file);
-            for (const int position : {0, 200, 9000, 19500, 60000}) {
-                const SourcePtr source = openVideo(importer);
+            for (const auto& [position, nearest] : {std::pair(0, 0),
+                                                    {600, 0},
+                                                    {5100, 6000},
+                                                    {4900, 4000},
+                                                    {900, 0},
+                                                    {1100, 2000},
+                                                    {-7, 0},
+                                                    {19500, 18000},
+                                                    {500000, 18000},
+                                                    {14900, 14000}}) {
+                // The list in ASF is up to a second late, so the one behind is not known.
+                const bool isBefore = file == "windows.asf" && nearest > qMax(position, 0);
+                const int keyframe = isBefore ? nearest - 2000 : nearest;
                 std::int64_t timeMs;
-                IAVFrame* frame = frameAt(*source, position, 4, &timeMs);
-                QVERIFY2(frame, file);
-                const double shown = secondOf(pictureOf(frame), 10.0);
-                const double wanted = std::min(position / 1000.0, 19.0);
-                // Not every frame of a program stream has a time.
-                const bool isTimed = timeMs < 0 || qAbs(shown - double(timeMs) / 1000.0) < 0.7;
-                QVERIFY2(qAbs(shown - wanted) < 2.6 && isTimed,
-                         qPrintable(QString("%1 at %2: %3").arg(file).arg(position).arg(shown)));
+                const QImage picture = pictureOf(frameAt(*source, position, 1, &timeMs));
+                QVERIFY2(timeMs == keyframe && qAbs(secondOf(picture, 10) - keyframe / 1e3) < 0.2,
+                         qPrintable(QString("%1: %2 at %3").arg(file).arg(timeMs).arg(position)));
             }
         }
     }
@@ -159,9 +147,10 @@ private Q_SLOTS:
     {
         const QTemporaryDir folder;
         std::mt19937 random(7);
-        for (const char* name : {"time-gop2s.mp4", "several.mkv", "time-starts-at-600.ts",
-                                 "time.flv", "time-program-stream.mpg", "tagged.ogg", "cover.mp3",
-                                 "quarters-full-range.avi", "encrypted.mp4", "transparent.mov"}) {
+        for (const char* name :
+             {"time-gop2s.mp4", "several.mkv", "time-starts-at-600.ts", "time-flash.flv",
+              "time-program-stream.mpg", "tagged.ogg", "cover.mp3", "quarters-full-range.avi",
+              "encrypted.mp4", "transparent.mov"}) {
             const QByteArray whole = contentOf(fixturePath(QString("media/") + name));
             for (int round = 0; round < 12; ++round) {
                 QByteArray damaged = whole.left(round % 3 == 0 ? int(random()) % whole.size() : -1);

@@ -8,9 +8,10 @@ namespace engine {
 
 namespace {
 
-/// How far to each side keyframes are looked for, at first and at most, in seconds.
-constexpr std::int64_t firstReach = 1;
-constexpr std::int64_t largestReach = 16;
+/// How far to each side keyframes are looked for, at first and at most, in milliseconds. Most lie
+/// half a second or a second apart.
+constexpr std::int64_t firstReach = 500;
+constexpr std::int64_t largestReach = 64 * firstReach;
 
 /// Pictures that may be read over: the times of damaged streams lead nowhere.
 constexpr int mostPackets = 4000;
@@ -44,9 +45,9 @@ KeyframeSearch::KeyframeSearch(FrameReader& reader, std::int64_t start, std::int
 /// A keyframe is the nearest when the scan began as far before the wanted time as it lies from it.
 std::optional<std::int64_t> KeyframeSearch::nearest()
 {
-    for (std::int64_t seconds = firstReach; seconds <= largestReach; seconds *= 4) {
+    for (std::int64_t ms = firstReach; ms <= largestReach; ms *= 4) {
         const std::int64_t reach =
-            av_rescale_q(seconds, AVRational{1, 1}, m_reader.stream().time_base);
+            av_rescale_q(ms, AVRational{1, 1000}, m_reader.stream().time_base);
         m_byte.reset();
         if (!moveBefore(reach))
             return std::nullopt;

@@ -12,7 +12,7 @@ namespace engine {
 /// no list of them, and what libav keeps of them are packets of any kind.
 bool mustSearchKeyframes(const AVFormatContext& context);
 
-/// Finds the keyframe nearest to a time in such a file. Reads a second to both sides of it, then
+/// Finds the keyframe nearest to a time in such a file. Reads a little to both sides of it, then
 /// further; never more than up to the distance of the keyframe that it found, and nothing is
 /// decoded.
 class KeyframeSearch
