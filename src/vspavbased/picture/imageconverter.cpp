@@ -92,19 +92,6 @@ bool hasAlpha(int format)
     return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL));
 }
 
-/// Where swscale puts pixels. In planes it works out the colour of each by itself; in packed ones
-/// two share one, by tables that turn grey into magenta.
-FramePtr makeFrame(AVPixelFormat format, int width, int height)
-{
-    FramePtr frame(av_frame_alloc());
-    if (!frame)
-        return nullptr;
-    frame->format = format;
-    frame->width = width;
-    frame->height = height;
-    return av_frame_get_buffer(frame.get(), 0) < 0 ? nullptr : std::move(frame);
-}
-
 const std::uint8_t* rowOf(const AVFrame& frame, int plane, int y)
 {
     return frame.data[plane] + static_cast<std::ptrdiff_t>(frame.linesize[plane]) * y;
@@ -113,10 +100,11 @@ const std::uint8_t* rowOf(const AVFrame& frame, int plane, int y)
 /// Row `y` of planes of green, blue and red.
 void join(const AVFrame& planes, int y, std::uint32_t* argb)
 {
+    const int width = planes.width;
     const std::uint8_t* green = rowOf(planes, 0, y);
     const std::uint8_t* blue = rowOf(planes, 1, y);
     const std::uint8_t* red = rowOf(planes, 2, y);
-    for (int x = 0; x < planes.width; ++x)
+    for (int x = 0; x < width; ++x)
         argb[x] =
             0xFF000000U | std::uint32_t{red[x]} << 16 | std::uint32_t{green[x]} << 8 | blue[x];
 }
@@ -124,12 +112,13 @@ void join(const AVFrame& planes, int y, std::uint32_t* argb)
 /// The same for planes with one of opacity: transparent pixels show the black behind them.
 void joinOnBlack(const AVFrame& planes, int y, std::uint32_t* argb)
 {
+    const int width = planes.width;
     const std::uint8_t* green = rowOf(planes, 0, y);
     const std::uint8_t* blue = rowOf(planes, 1, y);
     const std::uint8_t* red = rowOf(planes, 2, y);
     const std::uint8_t* alpha = rowOf(planes, 3, y);
     const auto blend = [alpha](std::uint32_t c, int x) { return (c * alpha[x] + 127) / 255; };
-    for (int x = 0; x < planes.width; ++x)
+    for (int x = 0; x < width; ++x)
         argb[x] =
             0xFF000000U | blend(red[x], x) << 16 | blend(green[x], x) << 8 | blend(blue[x], x);
 }
@@ -171,38 +160,64 @@ bool ImageConverter::scale(const AVFrame& picture, int width, int height)
 {
     const bool hasTwoMoments = isInterlaced(picture);
     const FramePtr moment = hasTwoMoments ? deinterlaced(picture, height) : nullptr;
-    const AVFrame& shown = moment ? *moment : picture;
+    if (hasTwoMoments && !moment)
+        return false;
     const bool wide = needsColourConversion(picture);
     const bool blend = !wide && hasAlpha(picture.format);
-    const FramePtr planes = makeFrame(
-        wide ? AV_PIX_FMT_GBRP16 : (blend ? AV_PIX_FMT_GBRAP : AV_PIX_FMT_GBRP), width, height);
-    const AVPixelFormat from = plainFormat(picture.format);
-    if (!planes || (hasTwoMoments && !moment) || !sws_isSupportedInput(from))
-        return false;
-    m_scaler.reset(sws_getCachedContext(m_scaler.release(), shown.width, shown.height, from, width,
-                                        height, static_cast<AVPixelFormat>(planes->format),
-                                        SWS_BILINEAR, nullptr, nullptr, nullptr));
-    if (!m_scaler)
-        return false;
-    constexpr int neutral = 1 << 16;
-    const int* screen = sws_getCoefficients(SWS_CS_DEFAULT);
-    sws_setColorspaceDetails(m_scaler.get(), sws_getCoefficients(matrixOf(picture)),
-                             isFullRange(picture), screen, 1, 0, neutral, neutral);
-    if (sws_scale(m_scaler.get(), shown.data, shown.linesize, 0, shown.height, planes->data,
-                  planes->linesize) != height)
+    const AVPixelFormat opaque = wide ? AV_PIX_FMT_GBRP16 : AV_PIX_FMT_GBRP;
+    if (!preparePlanes(blend ? AV_PIX_FMT_GBRAP : opaque, width, height) ||
+        !fillPlanes(moment ? *moment : picture, matrixOf(picture), isFullRange(picture)))
         return false;
 
     m_scaled.resize(static_cast<std::size_t>(width) * height);
     for (int y = 0; y < height; ++y) {
         std::uint32_t* out = m_scaled.data() + static_cast<std::ptrdiff_t>(width) * y;
         if (wide)
-            convertColours(picture, *planes, y, out);
+            convertColours(picture, *m_planes, y, out);
         else if (blend)
-            joinOnBlack(*planes, y, out);
+            joinOnBlack(*m_planes, y, out);
         else
-            join(*planes, y, out);
+            join(*m_planes, y, out);
     }
     return true;
+}
+
+bool ImageConverter::preparePlanes(AVPixelFormat format, int width, int height)
+{
+    if (m_planes && m_planes->format == format && m_planes->width == width &&
+        m_planes->height == height)
+        return true;
+    m_planes.reset(av_frame_alloc());
+    if (!m_planes)
+        return false;
+    m_planes->format = format;
+    m_planes->width = width;
+    m_planes->height = height;
+    if (av_frame_get_buffer(m_planes.get(), 0) >= 0)
+        return true;
+    m_planes.reset();
+    return false;
+}
+
+/// Scales `shown` into m_planes, of whatever matrix and range it is. For planes swscale works out
+/// the colour of each pixel by itself; in packed ones two share one, by tables that turn grey into
+/// magenta.
+bool ImageConverter::fillPlanes(const AVFrame& shown, int matrix, bool isFullRange)
+{
+    const AVPixelFormat from = plainFormat(shown.format);
+    if (!sws_isSupportedInput(from))
+        return false;
+    m_scaler.reset(sws_getCachedContext(
+        m_scaler.release(), shown.width, shown.height, from, m_planes->width, m_planes->height,
+        static_cast<AVPixelFormat>(m_planes->format), SWS_BILINEAR, nullptr, nullptr, nullptr));
+    if (!m_scaler)
+        return false;
+    constexpr int neutral = 1 << 16;
+    const int* screen = sws_getCoefficients(SWS_CS_DEFAULT);
+    sws_setColorspaceDetails(m_scaler.get(), sws_getCoefficients(matrix), isFullRange ? 1 : 0,
+                             screen, 1, 0, neutral, neutral);
+    return sws_scale(m_scaler.get(), shown.data, shown.linesize, 0, shown.height, m_planes->data,
+                     m_planes->linesize) == m_planes->height;
 }
 
 /// Turns m_scaled upright into the middle of the picture, on black.
@@ -214,14 +229,20 @@ void ImageConverter::place(int width, int height, const Orientation& orientation
     const int left = (m_width - outWidth) / 2;
     const int top = (m_height - outHeight) / 2;
     for (int y = 0; y < outHeight; ++y) {
-        std::uint32_t* row = m_pixels.data() + static_cast<std::ptrdiff_t>(m_width) * (top + y);
-        for (int x = 0; x < outWidth; ++x) {
-            const int turnedX = orientation.reverseX ? outWidth - 1 - x : x;
-            const int turnedY = orientation.reverseY ? outHeight - 1 - y : y;
-            const int fromX = orientation.transpose ? turnedY : turnedX;
-            const int fromY = orientation.transpose ? turnedX : turnedY;
-            row[left + x] = m_scaled[static_cast<std::size_t>(width) * fromY + fromX];
-        }
+        std::uint32_t* row =
+            m_pixels.data() + static_cast<std::ptrdiff_t>(m_width) * (top + y) + left;
+        const int turnedY = orientation.reverseY ? outHeight - 1 - y : y;
+        const std::uint32_t* from =
+            m_scaled.data() +
+            (orientation.transpose ? turnedY : static_cast<std::ptrdiff_t>(width) * turnedY);
+        const int step = orientation.transpose ? width : 1;
+        if (step == 1)
+            std::copy_n(from, outWidth, row);
+        else
+            for (int x = 0; x < outWidth; ++x)
+                row[x] = from[static_cast<std::ptrdiff_t>(step) * x];
+        if (orientation.reverseX)
+            std::reverse(row, row + outWidth);
     }
 }
 
