@@ -7,7 +7,6 @@
 #include <QtTest/QtTest>
 
 #include <cmath>
-#include <cstring>
 #include <valarray>
 
 using namespace AVBased;
@@ -53,9 +52,10 @@ IAVFrame flatFrame(AVPixelFormat format, const Components& even, const Component
     IAVFrame frame{engine::FramePtr(av_frame_alloc()), {}, {1, 1}};
     AVFrame& f = *frame.picture;
     std::tie(f.format, f.width, f.height) = std::tuple(format, 68, 48);
-    f.buf[0] = av_buffer_allocz(3 * 48 * 320); // each plane with room for the largest
-    for (int i = 0; i < 3; ++i) {
-        f.data[i] = f.buf[0]->data + i * 48 * 320;
+    constexpr std::size_t planeSize = 48 * 320; // has room for the largest
+    f.buf[0] = av_buffer_allocz(3 * planeSize);
+    for (std::size_t i = 0; i < 3; ++i) {
+        f.data[i] = f.buf[0]->data + i * planeSize;
         f.linesize[i] = 320;
     }
     const AVPixFmtDescriptor* about = av_pix_fmt_desc_get(format);
@@ -173,17 +173,16 @@ private Q_SLOTS:
             frame.picture->interlaced_frame = 1;
             for (const int height : {24, 48, 75}) {
                 const QImage picture = pictureOf(&frame, height * 17 / 12, height);
-                QImage flat = picture;
-                flat.fill(picture.pixel(3, 3));
-                QVERIFY2(picture == flat, av_get_pix_fmt_name(format));
+                for (int y = 1; y < height; ++y)
+                    QCOMPARE(picture.pixel(9, y), picture.pixel(9, 0));
             }
         }
         IAVFrame still = flatFrame(AV_PIX_FMT_GRAY8, {0}, {0});
-        for (int y = 0; y < 48; ++y)
-            std::memset(still.picture->data[0] + y * still.picture->linesize[0], 16 + y * 4, 68);
-        const QImage whole = pictureOf(&still, 68, 48);
+        for (int i = 0; i < 48 * 320; ++i)
+            still.picture->data[0][i] = std::uint8_t(16 + i / 320 * 4);
+        const QImage whole = pictureOf(&still, 68, 48).copy(0, 0, 68, 47);
         still.picture->interlaced_frame = 1;
-        QCOMPARE(pictureOf(&still, 68, 48).copy(0, 0, 68, 47), whole.copy(0, 0, 68, 47));
+        QCOMPARE(pictureOf(&still, 68, 48).copy(0, 0, 68, 47), whole);
     }
 
     void onlySizesThatPicturesHave()
