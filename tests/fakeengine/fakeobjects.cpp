@@ -13,6 +13,7 @@
 #include "vspavbased/imovieinfoext.h"
 #include "vspavbased/isimpleedittimeline.h"
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
 
@@ -226,38 +227,18 @@ public:
         return called("discInfo") ? &m_info : nullptr;
     }
 
-    IBDList* fileList() override
-    {
-        if (!called("fileList"))
-            return nullptr;
-        auto* list = make<FakeList>();
-        for (const auto& file : m_disc.files)
-            list->append(file.first);
-        return list;
-    }
-
-    IBDList* titleList() override
-    {
-        if (!called("titleList"))
-            return nullptr;
-        auto* list = make<FakeList>();
-        for (const FakeBdTitle& title : m_disc.titles)
-            list->append(title.name);
-        return list;
-    }
+    IBDList* fileList() override { return called("fileList") ? listOf(m_disc.files) : nullptr; }
+    IBDList* titleList() override { return called("titleList") ? listOf(m_disc.titles) : nullptr; }
 
     const AVMovieInfo* fileMovieInfo(const char* name) override
     {
-        for (const auto& file : m_disc.files) {
-            if (file.first == name)
-                return &m_movies.emplace_back(file.second.record());
-        }
-        return nullptr;
+        const FakeFile* found = find(m_disc.files, name);
+        return found ? &m_movies.emplace_back(found->movie.record()) : nullptr;
     }
 
     const BDPlayInfo* titleInfo(const char* title) override
     {
-        const FakeBdTitle* found = find(title);
+        const FakeBdTitle* found = find(m_disc.titles, title);
         return called("titleInfo", title) && found ? keep(found->play) : nullptr;
     }
 
@@ -265,7 +246,7 @@ public:
     {
         called("chapters", title);
         auto& records = m_chapters.emplace_back();
-        if (const FakeBdTitle* found = find(title)) {
+        if (const FakeBdTitle* found = find(m_disc.titles, title)) {
             for (const FakePlayInfo& chapter : found->chapters)
                 records.push_back(*keep(chapter));
         }
@@ -284,13 +265,21 @@ private:
         BDPlayInfo record{};
     };
 
-    const FakeBdTitle* find(const char* name) const
+    template <typename T>
+    static const T* find(const std::vector<T>& items, const char* name)
     {
-        for (const FakeBdTitle& title : m_disc.titles) {
-            if (title.name == name)
-                return &title;
-        }
-        return nullptr;
+        const auto found = std::find_if(items.begin(), items.end(),
+                                        [name](const T& item) { return item.name == name; });
+        return found == items.end() ? nullptr : &*found;
+    }
+
+    template <typename T>
+    static IBDList* listOf(const std::vector<T>& items)
+    {
+        auto* list = make<FakeList>();
+        for (const T& item : items)
+            list->append(item.name);
+        return list;
     }
 
     const BDPlayInfo* keep(const FakePlayInfo& info)
@@ -301,13 +290,9 @@ private:
             play.out.push_back(clip.out);
             play.clips.append(clip.file);
         }
-        play.record = {info.claimedClips.value_or(play.clips.count()),
-                       &play.clips,
-                       play.in.data(),
-                       play.out.data(),
-                       info.timeStamp,
-                       info.duration,
-                       {}};
+        const quint32 count = info.claimedClips.value_or(play.clips.count());
+        play.record = {count,         &play.clips, play.in.data(), play.out.data(), info.timeStamp,
+                       info.duration, {}};
         return &play.record;
     }
 

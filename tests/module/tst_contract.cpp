@@ -21,14 +21,19 @@ using namespace AVBased;
 
 namespace {
 
-/// The place of a virtual operation in its table: in the Itanium ABI the pointer to it holds the
-/// offset in bytes plus one.
-template <typename Operation>
-int slotOf(Operation operation)
+using List = QList<int>;
+
+/// The places of virtual operations in their tables: in the Itanium ABI the pointer to one holds
+/// the offset in bytes plus one.
+template <typename... Operations>
+List slotsOf(Operations... operations)
 {
-    std::ptrdiff_t value = 0;
-    std::memcpy(&value, &operation, sizeof(value));
-    return int((value - 1) / std::ptrdiff_t(sizeof(void*)));
+    const auto slotOf = [](auto operation) {
+        std::ptrdiff_t value = 0;
+        std::memcpy(&value, &operation, sizeof(value));
+        return int((value - 1) / std::ptrdiff_t(sizeof(void*)));
+    };
+    return {slotOf(operations)...};
 }
 
 } // namespace
@@ -40,56 +45,33 @@ class ContractTest : public QObject
 private Q_SLOTS:
     void operationsAreInTheirSlots()
     {
-        QCOMPARE(slotOf(&IAVManager::createNamedImporter), 1);
-        QCOMPARE(slotOf(&IAVManager::createImporter), 2);
-        QCOMPARE(slotOf(&IAVManager::beginImport), 7);
-
-        QCOMPARE(slotOf(&IAVImporter::descriptor), 0);
-        QCOMPARE(slotOf(&IAVImporter::queryExtension), 1);
-        QCOMPARE(slotOf(&IAVImporter::movieCount), 4);
-        QCOMPARE(slotOf(&IAVImporter::movieInfo), 5);
-        QCOMPARE(slotOf(&IAVImporter::openSource), 7);
-        QCOMPARE(slotOf(&IAVImporter::close), 9);
-        QCOMPARE(slotOf(&IAVImporter::release), 10);
-
-        QCOMPARE(slotOf(&IMovieInfoExt::value), 0);
-
-        QCOMPARE(slotOf(&IDVDInfo::titleSetCount), 0);
-        QCOMPARE(slotOf(&IDVDInfo::titleSet), 1);
-        QCOMPARE(slotOf(&IDVDInfo::isDiscScrambled), 2);
-        QCOMPARE(slotOf(&IDVDInfo::isMainTitle), 3);
-
-        QCOMPARE(slotOf(&IBDLoader::titleList), 0);
-        QCOMPARE(slotOf(&IBDLoader::chapters), 1);
-        QCOMPARE(slotOf(&IBDLoader::titleInfo), 2);
-        QCOMPARE(slotOf(&IBDLoader::fileMovieInfo), 5);
-        QCOMPARE(slotOf(&IBDLoader::open), 7);
-        QCOMPARE(slotOf(&IBDLoader::fileList), 8);
-        QCOMPARE(slotOf(&IBDLoader::release), 10);
-        QCOMPARE(slotOf(&IBDLoader::discInfo), 11);
-
-        QCOMPARE(slotOf(&IBDList::release), 0);
-        QCOMPARE(slotOf(&IBDList::count), 1);
-        QCOMPARE(slotOf(&IBDList::item), 9);
-        QCOMPARE(slotOf(&IBDListItem::name), 0);
-
-        QCOMPARE(slotOf(&IAVSource::seek), 1);
-        QCOMPARE(slotOf(&IAVSource::readFrame), 6);
-        QCOMPARE(slotOf(&IAVSource::release), 8);
-
-        QCOMPARE(slotOf(&IImageConverter::convert), 1);
-        QCOMPARE(slotOf(&IImageConverter::release), 2);
-
-        QCOMPARE(slotOf(&IAVPicture::pixelFormat), 0);
-        QCOMPARE(slotOf(&IAVPicture::dimensions), 1);
-        QCOMPARE(slotOf(&IAVPicture::isTopDown), 4);
-        QCOMPARE(slotOf(&IAVPicture::plane), 8);
-
-        QCOMPARE(slotOf(&ISimpleEditTimeLine::saveToFile), 1);
-        QCOMPARE(slotOf(&ISimpleEditTimeLine::applyFormat), 10);
-        QCOMPARE(slotOf(&ISimpleEditTimeLine::insertSource), 12);
-        QCOMPARE(slotOf(&ISimpleEditTimeLine::reset), 18);
-        QCOMPARE(slotOf(&ISimpleEditTimeLine::selectItem), 35);
+        QCOMPARE(slotsOf(&IAVManager::createNamedImporter, &IAVManager::createImporter,
+                         &IAVManager::beginImport),
+                 List({1, 2, 7}));
+        QCOMPARE(slotsOf(&IAVImporter::descriptor, &IAVImporter::queryExtension,
+                         &IAVImporter::movieCount, &IAVImporter::movieInfo,
+                         &IAVImporter::openSource, &IAVImporter::close, &IAVImporter::release),
+                 List({0, 1, 4, 5, 7, 9, 10}));
+        QCOMPARE(slotsOf(&IMovieInfoExt::value), List({0}));
+        QCOMPARE(slotsOf(&IDVDInfo::titleSetCount, &IDVDInfo::titleSet, &IDVDInfo::isDiscScrambled,
+                         &IDVDInfo::isMainTitle),
+                 List({0, 1, 2, 3}));
+        QCOMPARE(slotsOf(&IBDLoader::titleList, &IBDLoader::chapters, &IBDLoader::titleInfo,
+                         &IBDLoader::fileMovieInfo, &IBDLoader::open, &IBDLoader::fileList,
+                         &IBDLoader::release, &IBDLoader::discInfo),
+                 List({0, 1, 2, 5, 7, 8, 10, 11}));
+        QCOMPARE(slotsOf(&IBDList::release, &IBDList::count, &IBDList::item), List({0, 1, 9}));
+        QCOMPARE(slotsOf(&IBDListItem::name), List({0}));
+        QCOMPARE(slotsOf(&IAVSource::seek, &IAVSource::readFrame, &IAVSource::release),
+                 List({1, 6, 8}));
+        QCOMPARE(slotsOf(&IImageConverter::convert, &IImageConverter::release), List({1, 2}));
+        QCOMPARE(slotsOf(&IAVPicture::pixelFormat, &IAVPicture::dimensions, &IAVPicture::isTopDown,
+                         &IAVPicture::plane),
+                 List({0, 1, 4, 8}));
+        QCOMPARE(slotsOf(&ISimpleEditTimeLine::saveToFile, &ISimpleEditTimeLine::applyFormat,
+                         &ISimpleEditTimeLine::insertSource, &ISimpleEditTimeLine::reset,
+                         &ISimpleEditTimeLine::selectItem),
+                 List({1, 10, 12, 18, 35}));
     }
 };
 

@@ -16,42 +16,33 @@ class HostLayerTest : public QObject
 private Q_SLOTS:
     void textsForPeople()
     {
-        const auto size = [](quint64 bytes) { return CBasicUtils::fileSizeToString(bytes); };
-        QCOMPARE(size(0), QString("0 B"));
-        QCOMPARE(size(1000), QString("1000 B"));
-        QCOMPARE(size(1536), QString("1.5 KB"));
-        QCOMPARE(size(1503238553), QString("1.4 GB"));
-        QCOMPARE(size(1024 * 1024 - 1), QString("1 MB")); // rounds into the next unit
-        QCOMPARE(size(~quint64(0)), QString("16 EB"));
+        QStringList sizes;
+        const quint64 nearlyNext = 1024 * 1024 - 1; // rounds into the next unit
+        for (const quint64 size : {quint64(0), quint64(1000), quint64(1536), quint64(1503238553),
+                                   nearlyNext, ~quint64(0)})
+            sizes << CBasicUtils::fileSizeToString(size);
+        QCOMPARE(sizes.join(", "), QString("0 B, 1000 B, 1.5 KB, 1.4 GB, 1 MB, 16 EB"));
 
-        const auto rate = [](quint64 n, quint64 d) {
-            return CBasicUtils::framerateToString(n << 32 | d);
-        };
-        QCOMPARE(rate(24000, 1001), QString("23.976 fps"));
-        QCOMPARE(rate(30000, 1001), QString("29.97 fps"));
-        QCOMPARE(rate(10, 1), QString("10 fps"));
-        QCOMPARE(rate(0, 1), QString());
-        QCOMPARE(rate(25, 0), QString());
+        using Ratio = std::pair<unsigned, unsigned>;
+        QStringList rates;
+        for (const auto& [n, d] : {Ratio(24000, 1001), {30000, 1001}, {10, 1}, {0, 1}, {25, 0}})
+            rates << CBasicUtils::framerateToString(quint64(n) << 32 | d);
+        QCOMPARE(rates.join(", "), QString("23.976 fps, 29.97 fps, 10 fps, , "));
 
-        const auto ratio = [](unsigned w, unsigned h) {
-            return CBasicUtils::aspectRatioToString(w << 16 | h);
-        };
-        QCOMPARE(ratio(16, 9), QString("16:9"));
-        QCOMPARE(ratio(427, 240), QString("16:9")); // nearly
-        QCOMPARE(ratio(4, 3), QString("4:3"));
-        QCOMPARE(ratio(12, 5), QString("2.40:1"));
-        QCOMPARE(ratio(9, 16), QString("9:16"));
-        QCOMPARE(ratio(0, 9), QString());
+        QStringList ratios;
+        for (const auto& [w, h] : {Ratio(16, 9), {427, 240}, {4, 3}, {12, 5}, {9, 16}, {0, 9}})
+            ratios << CBasicUtils::aspectRatioToString(w << 16 | h);
+        QCOMPARE(ratios.join(", "), QString("16:9, 16:9, 4:3, 2.40:1, 9:16, "));
     }
 
     void separators()
     {
-        QCOMPARE(CBasicUtils::includePathSeparator("/a", true), QString("/a/"));
-        QCOMPARE(CBasicUtils::includePathSeparator("/a//", true), QString("/a/"));
-        QCOMPARE(CBasicUtils::includePathSeparator("/", true), QString("/"));
-        QCOMPARE(CBasicUtils::includePathSeparator(QString(), true), QString());
-        QCOMPARE(CBasicUtils::excludePathSeparator("/a/", true), QString("/a"));
-        QCOMPARE(CBasicUtils::excludePathSeparator("/", true), QString("/"));
+        QStringList paths;
+        for (const char* path : {"/a", "/a//", "/", ""}) {
+            paths << CBasicUtils::includePathSeparator(path, true)
+                  << CBasicUtils::excludePathSeparator(path, true);
+        }
+        QCOMPARE(paths.join(' '), QString("/a/ /a /a/ /a / /  "));
     }
 
     void listsOwnTheirItemsUnlessToldOtherwise()
