@@ -4,11 +4,14 @@
 #include "cbdfileclip.h"
 #include "cbdinformation.h"
 #include "cdvdinformation.h"
+#include "cdvdtrack.h"
+#include "cdvdvideo.h"
 #include "cimportcontext.h"
 #include "cimportmodel.h"
 #include "cimportreply.h"
 #include "cimporttask.h"
 #include "cmovieinfomation.h"
+#include "importrun.h"
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QPointer>
@@ -37,6 +40,36 @@ void expectSharing(Resize resize)
     QVERIFY(child);
 }
 
+/// The properties that an object's own class declares.
+QList<QMetaProperty> propertiesOf(const QMetaObject& meta)
+{
+    QList<QMetaProperty> properties;
+    for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
+        properties << meta.property(i);
+    return properties;
+}
+
+/// Their values, with a blank between.
+QString valuesOf(const QObject& object)
+{
+    QStringList values;
+    for (const QMetaProperty& property : propertiesOf(*object.metaObject()))
+        values << property.read(&object).toString();
+    return values.join(' ');
+}
+
+/// A value of its own for each property, of as many bits as its type has.
+QVariant distinctValue(const QMetaProperty& property)
+{
+    const int i = property.propertyIndex();
+    if (property.type() == QVariant::ULongLong)
+        return quint64(i) << 40 | quint64(i) << 28;
+    return property.isEnumType()                 ? QVariant(2)
+           : property.type() == QVariant::Bool   ? QVariant(true)
+           : property.type() == QVariant::Double ? QVariant(i + 0.5)
+                                                 : QVariant(i);
+}
+
 } // namespace
 
 class InformationTest : public QObject
@@ -44,43 +77,119 @@ class InformationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    /// Hosts that were built before reach them by their numbers.
+    /// Hosts that were built before reach them by their numbers: properties, with the number of
+    /// their change signal, then methods.
     void propertiesAndMethodsKeepTheirOrder()
     {
         const auto textOf = [](const QMetaObject& meta) {
             QString text;
-            for (int i = meta.propertyOffset(); i < meta.propertyCount(); ++i)
-                text += meta.property(i).name() + QString(' ');
+            for (const QMetaProperty& property : propertiesOf(meta)) {
+                text += property.name() +
+                        QString::number(property.notifySignalIndex() - meta.methodOffset()) + ' ';
+            }
             for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
                 text += meta.method(i).methodSignature() + ' ';
             return text;
         };
-        QCOMPARE(
-            textOf(CStreamInfomation::staticMetaObject),
-            QString("streamType streamName streamId language codecName duration bitrate fourcc "
-                    "height width framerate rawFramerate aspectRatio rawAspectRatio channels "
-                    "channelLayout samplerate checked nullChanged() "));
+        QCOMPARE(textOf(CStreamInfomation::staticMetaObject),
+                 QString("streamType0 streamName0 streamId0 language0 codecName0 duration0 "
+                         "bitrate0 fourcc0 height0 width0 framerate0 rawFramerate0 aspectRatio0 "
+                         "rawAspectRatio0 channels0 channelLayout0 samplerate0 checked0 "
+                         "nullChanged() "));
         QCOMPARE(textOf(CMovieMetaData::staticMetaObject),
-                 QString("key value keyChanged() valueChanged() "));
-        QCOMPARE(
-            textOf(CMovieInfomation::staticMetaObject),
-            QString("movieName fileName movieFormat movieId streamCount metadataCount duration "
-                    "imageUrl movieNameChanged() movieFormatChanged() movieIdChanged() "
-                    "streamCountChanged() metadataCountChanged() imageUrlChanged() "
-                    "durationChanged() nullChanged() stream(int) "));
+                 QString("key0 value1 keyChanged() valueChanged() "));
+        QCOMPARE(textOf(CMovieInfomation::staticMetaObject),
+                 QString("movieName0 fileName7 movieFormat1 movieId2 streamCount3 metadataCount4 "
+                         "duration6 imageUrl5 movieNameChanged() movieFormatChanged() "
+                         "movieIdChanged() streamCountChanged() metadataCountChanged() "
+                         "imageUrlChanged() durationChanged() nullChanged() stream(int) "));
+        QCOMPARE(textOf(CBDFileClip::staticMetaObject), QString("imageUrl0 imageUrlChanged() "));
         QCOMPARE(textOf(CDVDInformation::staticMetaObject), QString("url() "));
         QCOMPARE(textOf(CImportTask::staticMetaObject),
-                 QString("movieInfo bdInfo dvdInfo url taskType size nullChanged() "
+                 QString("movieInfo0 bdInfo0 dvdInfo0 url0 taskType0 size0 nullChanged() "
                          "aboutToDestory() "));
         QCOMPARE(textOf(CImportModel::staticMetaObject),
                  QString("importError(int,QString) open(CImportSource&) "
                          "importErrorProc(CImportModel::ErrorType,QString) "));
         QCOMPARE(
             textOf(CImportReply::staticMetaObject),
-            QString("importPercent tasks finished() terminated() importFinished() snapFinished() "
+            QString("importPercent5 tasks8 finished() terminated() importFinished() snapFinished() "
                     "taskProcess(Vesk::CImportTask*,Vesk::CImportReply::ProcessType) "
                     "importPercentChanged() importUrl(QString) snapPercentChanged() "
                     "tasksChanged() resultsChanged() exit(int) exit() "));
+    }
+
+    void defaults()
+    {
+        CImportContext* context = CImportContext::instance();
+        QCOMPARE(context->snapSize(), QSize(50, 50));
+        QCOMPARE(context->configDir() + context->fileFormats() + context->forbidFormats(),
+                 QString());
+        QVERIFY(context->limitFileFormat());
+        using Switch = std::pair<bool (CImportContext::*)() const, void (CImportContext::*)(bool)>;
+        for (const auto& [get, set] :
+             {Switch(&CImportContext::dvdSupport, &CImportContext::setDvdSupport),
+              Switch(&CImportContext::dvdSupportScrambled, &CImportContext::setDvdSupportScrambled),
+              Switch(&CImportContext::bdSupport, &CImportContext::setBdSupport),
+              Switch(&CImportContext::bdSupportScrambled, &CImportContext::setBdSupportScrambled),
+              Switch(&CImportContext::drmSupport, &CImportContext::setDrmSupport)}) {
+            QVERIFY(!(context->*get)());
+            (context->*set)(true);
+            QVERIFY((context->*get)());
+        }
+
+        QCOMPARE(valuesOf(CStreamInfomation()), QString("0  -1   0 0  0 0  0  0 0 0 0 false"));
+        QCOMPARE(valuesOf(CMovieInfomation()), QString("   -1 0 0 -1 "));
+        QCOMPARE(CBDTitle().titleId(), -1);
+        QCOMPARE(CDVDSubtitle().streamId(), 0xFFFFFFFFU);
+        const CDVDTrack track;
+        QCOMPARE(QList<int>({track.number1(), track.number2(), track.number3(), track.number4()}),
+                 QList<int>({-1, 0, 0, -1}));
+    }
+
+    void propertiesKeepWhatTheyAreGiven()
+    {
+        CStreamInfomation stream;
+        CMovieInfomation movie;
+        CMovieMetaData tag;
+        CBDFileClip clip;
+        for (QObject* object : {static_cast<QObject*>(&stream), static_cast<QObject*>(&movie),
+                                static_cast<QObject*>(&tag), static_cast<QObject*>(&clip)}) {
+            const auto properties = propertiesOf(*object->metaObject());
+            for (const QMetaProperty& property : properties)
+                QVERIFY(property.write(object, distinctValue(property)));
+            for (const QMetaProperty& property : properties) {
+                QVariant expected = distinctValue(property);
+                if (property.name() == QString("rawAspectRatio")) // is kept in 32 bits
+                    expected = quint32(expected.toULongLong());
+                QVERIFY2(property.read(object).toString() == expected.toString(), property.name());
+            }
+        }
+
+        // Called by its name, with the return type as the class writes it.
+        CStreamInfomation* first = nullptr;
+        QVERIFY(QMetaObject::invokeMethod(&movie, "stream", Q_RETURN_ARG(CStreamInfomation*, first),
+                                          Q_ARG(int, 0)));
+        QVERIFY(first && first == movie.stream(0));
+    }
+
+    void dvdTitles()
+    {
+        CDVDTitle title;
+        {
+            CDVDVideo video;
+            CMovieInfomation movie;
+            title.setVideo(&video);
+            title.setMovieInfo(&movie);
+            video.setNumber1(3);
+            movie.setMovieId(4);
+        }
+        QCOMPARE(title.video()->number1(), 3);
+        QCOMPARE(title.movieInfo()->movieId(), 4);
+        CDVDChapter chapter;
+        chapter.setTimeStart(10.0);
+        chapter.setTimeEnd(4.0);
+        QCOMPARE(chapter.duration(), -6.0);
     }
 
     void countsResizeFromTheEnd()
@@ -143,9 +252,13 @@ private Q_SLOTS:
 
         CMovieMetaData tag;
         QSignalSpy key(&tag, SIGNAL(keyChanged()));
-        tag.setKey("a");
-        tag.setKey("a");
-        QCOMPARE(key.count(), 1);
+        QSignalSpy value(&tag, SIGNAL(valueChanged()));
+        for (const char* text : {"a", "a", "b"})
+            tag.setKey(text);
+        QCOMPARE(key.count(), 2);
+        QCOMPARE(value.count(), 0);
+        tag.setValue("a");
+        QCOMPARE(value.count(), 1);
     }
 
     void findsTheFirstStreams()
@@ -160,21 +273,16 @@ private Q_SLOTS:
         int video = 0;
         int subtitle = 0;
         CStreamInfomation* found = nullptr;
-
         add(CStreamInfomation::StreamSubtitle, 11);
         QVERIFY(!movie.findFirstStreamID(audio, video, &subtitle));
-        QCOMPARE(subtitle, 11);
-        QCOMPARE(audio, -1);
-        QVERIFY(!movie.findFirstStreamInfo(CStreamInfomation::StreamVideo, &found));
-        QVERIFY(!found);
+        QCOMPARE(QList<int>({audio, video, subtitle}), QList<int>({-1, -1, 11}));
+        QVERIFY(!movie.findFirstStreamInfo(CStreamInfomation::StreamVideo, &found) && !found);
 
-        add(CStreamInfomation::StreamAudio, -1);
-        add(CStreamInfomation::StreamAudio, 5);
+        for (const int id : {-1, 5, 9})
+            add(CStreamInfomation::StreamAudio, id);
         add(CStreamInfomation::StreamVideo, 7);
-        add(CStreamInfomation::StreamAudio, 9);
         QVERIFY(movie.findFirstStreamID(audio, video));
-        QCOMPARE(audio, 5);
-        QCOMPARE(video, 7);
+        QCOMPARE(QList<int>({audio, video}), QList<int>({5, 7}));
         QVERIFY(movie.findFirstStreamInfo(CStreamInfomation::StreamAudio, &found));
         QCOMPARE(found, movie.stream(1));
     }
@@ -220,7 +328,7 @@ private Q_SLOTS:
         clip->setImageUrl("a");
         clip->setImageUrl("a");
         QCOMPARE(changed.count(), 1);
-        QCOMPARE(static_cast<QObject*>(clip)->property("imageUrl").toString(), QString("a"));
+        QCOMPARE(CBDFile::clipObject(clip)->property("imageUrl").toString(), QString("a"));
     }
 
     void snapClipsAreSortedWithOneAStart()
@@ -255,26 +363,49 @@ private Q_SLOTS:
         QCOMPARE(file.clips().count(), count);
     }
 
-    void titlesGoBeforeFiles()
+    void recordsGoInOrder()
     {
         QStringList order;
+        const auto watch = [&order](QObject* object, const char* name) {
+            connect(object, &QObject::destroyed, [&order, name] { order.append(name); });
+        };
         {
             CBDInformation disc;
             disc.setFileCount(1);
             CBDFileClip* clip = disc.file(0)->appendClip(0.0, 1.0);
-            connect(clip, &QObject::destroyed, [&order] { order.append("clip"); });
+            watch(clip, "clip");
             for (int pass = 0; pass < 2; ++pass) {
                 disc.setTitleCount(0);
                 disc.setTitleCount(1);
                 disc.title(0)->appendClip(clip);
                 disc.title(0)->setChapterCount(1);
                 disc.title(0)->chapter(0)->appendClip(clip);
-                connect(disc.title(0), &QObject::destroyed, [&order] { order.append("title"); });
+                watch(disc.title(0), "title");
             }
             QVERIFY(!disc.title(0)->clip(1) && !disc.title(0)->chapter(1) && !disc.file(1));
-            QCOMPARE(order, QStringList("title"));
         }
-        QCOMPARE(order, QStringList({"title", "title", "clip"}));
+        QCOMPARE(order.join(' '), QString("title title clip"));
+
+        order.clear();
+        {
+            CImportTask task;
+            task.movieInfo()->setStreamCount(2);
+            task.movieInfo()->setMetadataCount(1);
+            task.bdInfo()->setFileCount(1);
+            task.dvdInfo()->setTitleCount(1);
+            CDVDTitle* title = task.dvdInfo()->title(0);
+            title->setSubtitleCount(1);
+            title->setTrackCount(1);
+            title->setChapterCount(1);
+            watch(task.movieInfo()->stream(0), "stream0");
+            watch(task.movieInfo()->stream(1), "stream1");
+            watch(task.movieInfo()->metadata(0), "tag");
+            watch(task.bdInfo()->file(0), "file");
+            watch(title->subtitle(0), "subtitle");
+            watch(title->track(0), "track");
+            watch(title->chapter(0), "chapter");
+        }
+        QCOMPARE(order.join(' '), QString("chapter track subtitle file tag stream0 stream1"));
     }
 
     void formatsLeaveTheOtherList()
