@@ -36,8 +36,8 @@ void FakeEngine::reset()
 {
     static_cast<FakeScript&>(*this) = FakeScript();
     QMutexLocker lock(&m_mutex);
-    for (QStringList* memory : {&m_calls, &m_misuses, &m_living})
-        memory->clear();
+    m_calls.clear();
+    m_leftovers.clear();
 }
 
 QStringList FakeEngine::calls(const QString& pattern) const
@@ -52,16 +52,10 @@ void FakeEngine::forgetCalls()
     m_calls.clear();
 }
 
-QStringList FakeEngine::misuses() const
+QStringList FakeEngine::leftovers() const
 {
     QMutexLocker lock(&m_mutex);
-    return m_misuses;
-}
-
-QStringList FakeEngine::living() const
-{
-    QMutexLocker lock(&m_mutex);
-    return m_living;
+    return m_leftovers;
 }
 
 bool FakeEngine::note(const QString& call, bool isMisuse)
@@ -70,24 +64,30 @@ bool FakeEngine::note(const QString& call, bool isMisuse)
         QMutexLocker lock(&m_mutex);
         m_calls.append(call);
         if (isMisuse)
-            m_misuses.append(call);
+            m_leftovers.append(call);
     }
-    if (hook)
-        hook(call);
+    if (hook && call.startsWith(hooked))
+        hook();
     return std::none_of(failing.begin(), failing.end(),
                         [&call](const QString& prefix) { return call.startsWith(prefix); });
+}
+
+void FakeEngine::on(const char* call, const std::function<void()>& action)
+{
+    hooked = call;
+    hook = action;
 }
 
 void FakeEngine::noteRelease(const QString& name)
 {
     QMutexLocker lock(&m_mutex);
-    m_living.removeOne(name);
+    m_leftovers.removeOne(name);
 }
 
 void FakeEngine::keepObject(std::unique_ptr<FakeObject> object)
 {
     QMutexLocker lock(&m_mutex);
     if (object->name() != "converter")
-        m_living.append(object->name());
+        m_leftovers.append(object->name());
     m_objects.push_back(std::move(object));
 }

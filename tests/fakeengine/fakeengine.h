@@ -7,7 +7,7 @@
 //   fakeobjects     the objects that the module gets
 //
 // Objects are never freed, so that whatever is called after a release() is noticed: it is noted in
-// misuses(), as is a second release. Callable from any thread.
+// leftovers(), as is a second release. Callable from any thread.
 #pragma once
 
 #include "vspavbased/bdrecords.h"
@@ -109,8 +109,8 @@ struct FakeScript
     int pictureFormat = 30;
     bool topDown = true;
 
-    /// Runs with each call before it is carried out; may throw, or wait.
-    std::function<void(const QString& call)> hook;
+    QString hooked;             ///< before calls that begin so are carried out,
+    std::function<void()> hook; ///< this runs, which may throw or wait
 };
 
 class FakeObject;
@@ -128,11 +128,11 @@ public:
     /// "source.seek 100" …
     QStringList calls(const QString& pattern = {}) const;
     void forgetCalls();
-    /// Calls of objects that were released before; empty when all is well.
-    QStringList misuses() const;
-    /// Objects that were handed out and not released, the context's converter left aside.
-    QStringList living() const;
+    /// Objects that were handed out and not released, the context's converter left aside; and calls
+    /// of those that were released before.
+    QStringList leftovers() const;
 
+    void on(const char* call, const std::function<void()>& action);
     /// Whether it does not fail.
     bool note(const QString& call, bool isMisuse = false);
     void noteRelease(const QString& name);
@@ -150,7 +150,6 @@ private:
 
     mutable QMutex m_mutex;
     QStringList m_calls;
-    QStringList m_misuses;
-    QStringList m_living;
+    QStringList m_leftovers;
     std::vector<std::unique_ptr<FakeObject>> m_objects;
 };

@@ -104,8 +104,8 @@ private:
 class FakeImporter : public FakeObject, public IAVImporter, public IMovieInfoExt, public IDVDInfo
 {
 public:
-    explicit FakeImporter(const FakeItem& item)
-        : FakeObject("importer")
+    explicit FakeImporter(const FakeItem& item, const char* name = "importer")
+        : FakeObject(name)
         , m_item(item)
     {
         for (const FakeMovie& movie : m_item.movies)
@@ -310,25 +310,18 @@ QString nameOf(const char* utf8Path)
     return path.endsWith(".seix") ? QString("(timeline)") : path;
 }
 
-class FakeTimeline : public FakeObject, public IAVImporter, public ISimpleEditTimeLine
+class FakeTimeline : public FakeImporter, public ISimpleEditTimeLine
 {
 public:
     FakeTimeline()
-        : FakeObject("timeline")
+        : FakeImporter(FakeItem(), "timeline")
     {}
 
-    const AVImporterDescriptor* descriptor() override { return nullptr; }
     void* queryExtension(const char* name) override
     {
         called("queryExtension", name);
         return static_cast<ISimpleEditTimeLine*>(this);
     }
-    std::uint32_t movieCount() override { return 0; }
-    const AVMovieInfo* movieInfo(std::uint32_t) override { return nullptr; }
-    IAVSource* openSource(std::int32_t, std::int32_t, std::int32_t) override { return nullptr; }
-    void close() override { called("close"); }
-    void release() override { released(); }
-
     void saveToFile(const char* utf8Path) override { called("saveToFile", nameOf(utf8Path)); }
     std::int32_t applyFormat(const FormatRecord* f) override
     {

@@ -5,6 +5,7 @@
 #include "cimportreply.h"
 #include "cimportsource.h"
 #include "cimporttask.h"
+#include "comparetext.h"
 #include "fakeengine.h"
 #include "files.h"
 

@@ -4,8 +4,6 @@
 #include "csourceanalyzer.h"
 #include "importrun.h"
 
-#include <QtTest/QtTest>
-
 #include <ctime>
 #include <stdexcept>
 #include <sys/stat.h>
@@ -47,7 +45,7 @@ private Q_SLOTS:
             for (const QString& file : QString(files).split(' '))
                 QFile::resize(folder.file(file), size);
             CSourceAnalyzer analyzer;
-            QCOMPARE(visits(analyzer, folder.path(path), folder.path({})).join(", "),
+            QCOMPARE(visits(analyzer, folder.path(path), folder.path({})),
                      visited + QString("finished"));
         };
         expect("a", "b", "");
@@ -63,18 +61,18 @@ private Q_SLOTS:
         expect("d/VIDEO_TS/a.VOB", "d/VIDEO_TS", "1 d/VIDEO_TS/a.VOB, ");
     }
 
-    /// Asking for the real path of each folder takes a minute for these.
+    /// Asking for the real path of each folder takes ten seconds for these.
     void deepTreesAreWalkedQuickly()
     {
         const ImportFolder folder;
         QString path = folder.path("a");
-        while (path.size() < 4000)
+        while (path.size() < 2000)
             path += "/b";
         folder.file(path.mid(folder.path({}).size()) + "/1.mp4");
         CSourceAnalyzer analyzer;
         const std::clock_t start = std::clock();
-        QCOMPARE(visits(analyzer, folder.path("a"), path), QStringList({"1 1.mp4", "finished"}));
-        QVERIFY((std::clock() - start) / CLOCKS_PER_SEC < 15);
+        QCOMPARE(visits(analyzer, folder.path("a"), path), "1 1.mp4, finished");
+        QVERIFY((std::clock() - start) / CLOCKS_PER_SEC < 4);
     }
 
     void endsInLinkCycles()
@@ -100,10 +98,9 @@ private Q_SLOTS:
         QCOMPARE(mkfifo(qPrintable(dir + "/pipe.mp4"), 0600), 0);
         CSourceAnalyzer analyzer;
         for (const QString& path : {dir, dir + "/pipe.mp4", QString("/dev/null")})
-            QCOMPARE(visits(analyzer, path, dir), QStringList("finished"));
+            QCOMPARE(visits(analyzer, path, dir), "finished");
         // Named by itself, a hidden file is meant.
-        QCOMPARE(visits(analyzer, dir + "/.hidden.mp4", dir),
-                 QStringList({"1 .hidden.mp4", "finished"}));
+        QCOMPARE(visits(analyzer, dir + "/.hidden.mp4", dir), "1 .hidden.mp4, finished");
     }
 
     void stops()
@@ -112,18 +109,13 @@ private Q_SLOTS:
         for (const char* name : {"a/1.mp4", "a/2.mp4", "a/b/3.mp4"})
             folder.file(name);
         CSourceAnalyzer analyzer;
-        int visited = 0;
         // Called from a receiver, it must not wait for itself.
-        connect(&analyzer, &CSourceAnalyzer::visit, [&] {
-            ++visited;
-            analyzer.stop();
-        });
+        connect(&analyzer, &CSourceAnalyzer::visit, [&] { analyzer.stop(); });
         const QString base = folder.path("a");
         QCOMPARE(visits(analyzer, base, base).size(), 2);
-        QCOMPARE(visited, 1);
         QVERIFY(analyzer.isStopped());
-        QCOMPARE(visits(analyzer, base, base), QStringList("finished"));
-        QCOMPARE(visits(analyzer, base + "/1.mp4", base), QStringList({"1 1.mp4", "finished"}));
+        QCOMPARE(visits(analyzer, base, base), "finished");
+        QCOMPARE(visits(analyzer, base + "/1.mp4", base), "1 1.mp4, finished");
     }
 
     void finishesAfterAnException()

@@ -6,7 +6,6 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QtEndian>
-#include <QtTest/QtTest>
 
 using namespace Vesk;
 
@@ -64,7 +63,7 @@ private Q_SLOTS:
         QVERIFY(!model.saveReport(&device));
         const QByteArray first = device.data();
         device.seek(first.size());
-        model.importErrorProc(CImportModel::ErrorUnKnownSource, QString());
+        model.importErrorProc(CImportModel::ErrorUnKnownSource, "");
         QVERIFY(model.saveReport(&device));
         const QByteArray second = device.data().mid(first.size());
 
