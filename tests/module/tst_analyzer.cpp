@@ -61,18 +61,18 @@ private Q_SLOTS:
         expect("d/VIDEO_TS/a.VOB", "d/VIDEO_TS", "1 d/VIDEO_TS/a.VOB, ");
     }
 
-    /// Asking for the real path of each folder takes ten seconds for these.
+    /// Asking for the real path of each folder takes minutes for these.
     void deepTreesAreWalkedQuickly()
     {
         const ImportFolder folder;
         QString path = folder.path("a");
-        while (path.size() < 2000)
+        while (path.size() < 4000)
             path += "/b";
         folder.file(path.mid(folder.path({}).size()) + "/1.mp4");
         CSourceAnalyzer analyzer;
         const std::clock_t start = std::clock();
         QCOMPARE(visits(analyzer, folder.path("a"), path), "1 1.mp4, finished");
-        QVERIFY((std::clock() - start) / CLOCKS_PER_SEC < 4);
+        QVERIFY((std::clock() - start) / CLOCKS_PER_SEC < 30);
     }
 
     void endsInLinkCycles()
