@@ -13,6 +13,8 @@
 #include "vspavbased/imovieinfoext.h"
 #include "vspavbased/isimpleedittimeline.h"
 
+#include <QtCore/QSize>
+
 #include <algorithm>
 #include <cstring>
 #include <deque>
@@ -46,8 +48,7 @@ public:
                    std::int32_t mode) override
     {
         called("readFrame", mode);
-        const char read = m_reads.at(qMin(m_number, m_reads.size() - 1));
-        ++m_number;
+        const char read = m_reads.at(qMin(m_number++, m_reads.size() - 1));
         const bool hasFrame = read == 'f' || read == 'l';
         *frame = hasFrame ? reinterpret_cast<IAVFrame*>(&m_number) : nullptr;
         *positionMs = 0;
@@ -68,8 +69,7 @@ class FakeConverter : public FakeObject, public IImageConverter, public IAVPictu
 public:
     FakeConverter(unsigned width, unsigned height)
         : FakeObject("converter")
-        , m_width(int(width))
-        , m_height(int(height))
+        , m_size(int(width), int(height))
         , m_pixels(size_t(width) * height)
     {}
 
@@ -86,8 +86,8 @@ public:
     std::int32_t pixelFormat() override { return FakeEngine::instance().pictureFormat; }
     void dimensions(std::int32_t* width, std::int32_t* height) override
     {
-        *width = m_width;
-        *height = m_height;
+        *width = m_size.width();
+        *height = m_size.height();
     }
     bool isTopDown() override { return FakeEngine::instance().topDown; }
     void* plane(std::int32_t index, std::int32_t*, std::int32_t*, std::int32_t*) override
@@ -96,8 +96,7 @@ public:
     }
 
 private:
-    int m_width;
-    int m_height;
+    QSize m_size;
     std::vector<std::uint32_t> m_pixels;
 };
 

@@ -200,11 +200,8 @@ private Q_SLOTS:
         expect("no picture \xff\xd9", false);
         expect("\xff\xd8\xd9", false);
         expect("", false);
-    }
 
-    /// Others may write to the folder, and earlier imports were killed there.
-    void picturesAreReplacedInOneStep()
-    {
+        // Others may write to the folder, and earlier imports were killed there.
         const ImportFolder folder;
         const QString picture = fileOf(snapped(folder)->movieInfo()->imageUrl());
         QVERIFY(QFile::remove(picture));
@@ -215,22 +212,19 @@ private Q_SLOTS:
         snapped(folder);
         umask(mask);
         QCOMPARE(contentOf(victim), QByteArray("mine"));
-        const QFileInfo info(picture);
-        QVERIFY(!info.isSymLink() && !QImage(picture).isNull());
-        QCOMPARE(int(info.permissions() & 0x777), 0x640);
+        QVERIFY(!QFileInfo(picture).isSymLink() && !QImage(picture).isNull());
+        QCOMPARE(int(QFile::permissions(picture) & 0x777), 0x640);
 
         const QString fresh = ".vspimport-0123456789abcdef0123456789abcdef.part";
         const QString old = ".vspimport-00000000000000000000000000000000.part";
         const QString other = ".vspimport-0000000000000000000000000000000x.part";
-        for (const QString& name : {fresh, old, other})
-            folder.file("left/" + name);
+        folder.file("left/" + fresh);
         for (const QString& name : {old, other})
-            setModified(folder.path("left/" + name), 1600000000);
+            setModified(folder.file("left/" + name), 1600000000);
         CImportContext::instance()->setConfigDir(folder.path("left"));
         snapped(folder);
-        QStringList left = filesBelow(folder.path("left"));
-        QCOMPARE(left.filter("vspimport"), QStringList({other, fresh}));
-        QCOMPARE(left.size(), 3);
+        QCOMPARE(filesBelow(folder.path("left")).mid(0, 2), other + ", " + fresh);
+        QCOMPARE(filesBelow(folder.path("left")).size(), 3);
     }
 
     void picturesThatCannotBeStored()
@@ -348,16 +342,13 @@ private Q_SLOTS:
 
     void tasksReopenTheirImporter()
     {
-        const ImportFolder folder;
-        const TaskPtr task = probeFile(folder.file("clip.mp4"), videoItem());
+        const TaskPtr task = probeFile("clip.mp4", videoItem());
         CImportTaskPrivate* part = CImportTaskPrivate::getImportTaskPrivate(task.get());
         engine.forgetCalls();
         part->freeContext();
         part->freeContext();
         QCOMPARE(engine.calls(), "importer.close, importer.release");
-        AVBased::IAVSource* source = part->createSource(3, -1);
-        QVERIFY(source);
-        source->release();
+        part->createSource(3, -1)->release();
         QVERIFY(engine.calls().contains("importer.openSource 0 3 -1"));
     }
 };

@@ -193,11 +193,8 @@ private Q_SLOTS:
             QVERIFY(QFile::exists(pictureOf(ProgramRun::task(result, file))));
         // A name does not break the line that it is shown on.
         QCOMPARE(program.output.count('\n'), files.size() + 2);
-    }
 
-    void namesThatAreNoText()
-    {
-        ProgramRun program;
+        // Some are no text.
         program.file("good.mp4", smallVideo());
         QCOMPARE(program.shell("mkdir d; cp good.mp4 d/; cp good.mp4 d/$(printf 'caf\\351.mp4');"
                                "$vspimport --json result.json d $(printf 'd/caf\\351.mp4')"),
@@ -209,6 +206,12 @@ private Q_SLOTS:
         // An import for conversion reports no errors; the person is told all the same.
         QCOMPARE(program.shell("$vspimport --for convert d"), 0);
         QVERIFY(program.output.contains("caf"));
+
+        // Folders that cannot be read the module passes over without a word.
+        QCOMPARE(program.shell("(cd d; n=$(printf %0250d 0); for i in $(seq 20); do mkdir $n; "
+                               "cd $n; done); $vspimport d"),
+                 1);
+        QVERIFY(program.errorOutput.contains("cannot be read"));
         program.shell("rm -r d"); // Qt cannot
     }
 
@@ -227,20 +230,6 @@ private Q_SLOTS:
         QCOMPARE(program.shell("ulimit -n 64; $vspimport library | tail -1"), 0);
         QCOMPARE(program.output, QByteArray("300 imported (300 video)\n"));
         QCOMPARE(program.pictures().size(), 301);
-    }
-
-    /// What the module passes over without a word, the program names.
-    void namesFoldersThatCannotBeRead()
-    {
-        ProgramRun program;
-        program.file("d/good.mp4", smallVideo());
-        QCOMPARE(
-            program.shell("(cd d; n=$(printf %0250d 0); for i in $(seq 20); do mkdir $n; cd $n;"
-                          "done); $vspimport d"),
-            1);
-        QVERIFY(program.errorOutput.contains("cannot be read"));
-        QCOMPARE(program.pictures().size(), 1);
-        program.shell("rm -r d"); // Qt cannot
     }
 
     /// In a large folder, and with many paths.

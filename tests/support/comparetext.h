@@ -19,6 +19,7 @@ VSPIMPORT_COMPARE(QString, const char*, actual)
 VSPIMPORT_COMPARE(QStringList, const char*, actual.join(", "))
 VSPIMPORT_COMPARE(QStringList, const QString&, actual.join(", "))
 VSPIMPORT_COMPARE(QList<QString>, const char*, QStringList(actual).join(", "))
+VSPIMPORT_COMPARE(QList<QString>, const QString&, QStringList(actual).join(", "))
 #undef VSPIMPORT_COMPARE
 
 } // namespace QTest
