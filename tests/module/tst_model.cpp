@@ -63,7 +63,7 @@ private Q_SLOTS:
         QVERIFY(!model.saveReport(&device));
         const QByteArray first = device.data();
         device.seek(first.size());
-        model.importErrorProc(CImportModel::ErrorUnKnownSource, "");
+        model.importErrorProc(CImportModel::ErrorUnKnownSource, QString());
         QVERIFY(model.saveReport(&device));
         const QByteArray second = device.data().mid(first.size());
 
