@@ -117,6 +117,7 @@ private Q_SLOTS:
                                           "2: 0.04 1 at 0.0"}));
             QCOMPARE(textAt(disc, "files/1/movieInfo/movieName"), QString("00002.m2ts"));
             QCOMPARE(at(disc, "files/0/snapClips").toArray(), QJsonArray({3, 0, 2, 4}));
+            QVERIFY(QFile::exists(textAt(disc, "files/0/clips/3/imageFile")));
 
             // A tenth into the clip, which may be the title's or a chapter's that starts with it.
             const struct
