@@ -179,6 +179,22 @@ private Q_SLOTS:
         QCOMPARE(program.errorOutput, QByteArray());
     }
 
+    /// What the import does not say: that there was no room for them on the disk, or in memory.
+    void saysWhyPicturesAreLost()
+    {
+        ProgramRun program;
+        program.shell("TMPDIR=/proc $vspimport " + fixturePath("bluray/disc"));
+        QCOMPARE(program.errorOutput.count("/proc cannot be written to"), 1);
+        QCOMPARE(program.pictures(), QStringList());
+        for (int kib = 180000; kib < 240000; kib += 2000) {
+            ProgramRun limited;
+            limited.shell(
+                QString("ulimit -v %1; $vspimport %2").arg(kib).arg(fixturePath("dvd/PAL_FILM")));
+            QVERIFY2(limited.status != 0 || limited.pictures().size() == 8,
+                     qPrintable(QString::number(kib)));
+        }
+    }
+
     void namesFromDiscsStayInTheFolder()
     {
         ProgramRun program;
