@@ -195,6 +195,9 @@ private Q_SLOTS:
         disc.addPlaylist("00005", items, {{0, 0}});
         disc.addPlaylist("00004", items, {{0, 0}, {0, second}});
         disc.addPlaylist("00003", items, {{0, 0}});
+        authoring::Item dubbed = items[0];
+        dubbed.streams[1].language = "deu";
+        disc.addPlaylist("00002", {dubbed}, {{0, 0}});
         disc.addPlaylist("00001", {{"00001", 5, 5}}, {{0, 0}});
         const QByteArray whole = authoring::playlist(items, {});
         disc.write("BDMV/PLAYLIST/00006.mpls", whole.left(whole.size() / 2));
@@ -211,7 +214,7 @@ private Q_SLOTS:
         setLogReceiver(nullptr, nullptr);
         QVERIFY(loader);
         QCOMPARE(namesOf(loader->titleList()),
-                 QStringList({"00003.mpls", "00004.mpls", "00010.mpls"}));
+                 QStringList({"00002.mpls", "00003.mpls", "00004.mpls", "00010.mpls"}));
         for (const char* name : {"00001.mpls", "00006.mpls", "00007.mpls"})
             QCOMPARE(messages.filter(name).size(), 1);
     }
@@ -255,17 +258,18 @@ private Q_SLOTS:
         QVERIFY(loader);
         const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
         QCOMPARE(movie->streamCount, 2u);
-        QCOMPARE(movie->streams[0].id, 0x1011);
-        QCOMPARE(movie->streams[0].codecName, "h264");
-        QCOMPARE(movie->streams[1].id, 0x1100);
+        QCOMPARE(QString("%1: ").arg(movie->streams[0].id) + textOf(movie->streams[0]),
+                 QString("4113: 1 h264   1280x720 25/1 16:9 H264"));
+        QCOMPARE(QString("%1: ").arg(movie->streams[1].id) + textOf(movie->streams[1]),
+                 QString("4352: 2 ac3 eng  48000Hz 2ch 3"));
         QVERIFY(qAbs(movie->streams[0].duration - 20.0) < 0.1);
         const BDPlayInfo* title = loader->titleInfo("00000.mpls");
         QCOMPARE(title->inTimes[0], 5.0);
         QVERIFY(qAbs(title->outTimes[0] - 20.0) < 0.1);
     }
 
-    /// Clip information has one code for all sound of more than two channels.
-    void findsChannelsInTheStream()
+    /// Clip information has one code for all sound of more than two channels, and few for rates.
+    void findsSoundInTheStream()
     {
         const auto expectChannels = [](int channels, const QByteArray& stream,
                                        bool asImage = false) {
@@ -274,7 +278,7 @@ private Q_SLOTS:
             clip.streams = {{0x1011, 0x1B, 0x53, {}},
                             {0x1100, 0x81, 0x61, "eng"},
                             {0x1101, 0x83, 0x61, "deu"},
-                            {0x1102, 0x81, 0x31, "fra"}};
+                            {0x1102, 0x03, 0x30, "fra"}};
             disc.addNumberedClip(1, clip, stream);
             const QString path = asImage ? disc.image() : disc.folder();
             const LoaderPtr loader = openDisc(path);
@@ -288,6 +292,7 @@ private Q_SLOTS:
             }
             QCOMPARE(movie->streams[1].language, "eng");
             QCOMPARE(movie->streams[3].channels, 2);
+            QCOMPARE(movie->streams[3].sampleRate, channels ? 44100 : 0);
         };
         const QByteArray whole = contentOf(fixturePath("bluray_streams/surround.m2ts"));
         expectChannels(6, whole);

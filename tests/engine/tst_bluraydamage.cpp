@@ -6,6 +6,7 @@
 #include "standarderror.h"
 #include "udfwriter.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -199,21 +200,55 @@ private Q_SLOTS:
         QList<authoring::Item> items;
         QList<authoring::Mark> marks;
         for (quint32 i = 0; i < 5000; ++i) {
-            items.append({"00001", i * second, (i + 2) * second});
+            items.append({"00001", i * second, (i + 2) * second, 0, {}, {}});
             marks.append({quint16(i), (i + 1) * second});
         }
         disc.addPlaylist("00001", items, marks);
+        while (items.size() < 60000)
+            items += items;
+        for (const QString name : {"00002", "00003"})
+            disc.addPlaylist(name, items.mid(0, 60000 - name.toInt()), {});
         const LoaderPtr loader = openDisc(folder.path());
-        QVERIFY(loader);
+        QCOMPARE(namesOf(loader->titleList()), QStringList({"00001.mpls", "00002.mpls"}));
         quint32 count = 0;
         const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
         QCOMPARE(count, 5000u);
-        QCOMPARE(chapters[1000].clipCount, 1002u);
+        QCOMPARE(chapters[500].clipCount, 502u);
         quint64 clips = 0;
         for (quint32 i = 0; i < count; ++i)
             clips += chapters[i].clipCount;
-        QVERIFY(clips <= 4000000);
+        QVERIFY(clips <= 500000);
         QCOMPARE(chapters[4999].timeStamp, 9999.0);
+    }
+
+    /// Files of many streams, and names that take the parser long.
+    void boundsFilesAndNames()
+    {
+        const QTemporaryDir folder;
+        const Disc disc(folder.path());
+        Clip clip = plainClip(0, 10);
+        while (clip.streams.size() < 255)
+            clip.streams << clip.streams[1];
+        QList<authoring::Item> items;
+        for (int i = 0; i < 300; ++i) {
+            items.append({QByteArray::number(10000 + i), 0, second, 0, {}, {}});
+            disc.addClip(items.last().clip, clip);
+        }
+        disc.addPlaylist("00001", items, {});
+        QByteArray element = "<x";
+        for (int i = 0; i < 100000; ++i)
+            element += " a" + QByteArray::number(i) + "=\"\"";
+        for (int i = 0; i < 20; ++i)
+            disc.setName(element + "/>", QString::number(100 + i));
+        QElapsedTimer timer;
+        timer.start();
+        const LoaderPtr loader = openDisc(folder.path());
+        QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+        quint32 streams = 0;
+        for (const QString& name : namesOf(loader->fileList()))
+            streams += streamFile(loader, name)->streamCount;
+        QCOMPARE(streams, 50000u + 300 - 197);
+        QVERIFY(isSane(loader));
     }
 };
 
