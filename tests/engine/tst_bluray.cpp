@@ -65,6 +65,17 @@ public:
         writeUdfImage(root(), path, "VOLUME");
         return path;
     }
+    LoaderPtr open() const
+    {
+        LoaderPtr loader = openDisc(folder());
+        if (!loader)
+            qFatal("the disc cannot be opened");
+        return loader;
+    }
+    QString stream(int number) const
+    {
+        return path(QString("BDMV/STREAM/0000%1.m2ts").arg(number));
+    }
     void addNumberedClip(int number, const Clip& clip, const QByteArray& stream) const
     {
         const QString name = QString("%1").arg(number, 5, 10, QChar('0'));
@@ -153,8 +164,7 @@ private Q_SLOTS:
             twoClocks.sequences.append({5000, 50 * second, 55 * second});
             disc.addClip("00002", twoClocks);
             disc.addPlaylist("00000", items, marks);
-            const LoaderPtr loader = openDisc(disc.folder());
-            QVERIFY(loader);
+            const LoaderPtr loader = disc.open();
             QCOMPARE(titleText(loader, "00000.mpls"), QString(text));
         };
         const authoring::Item part = item("00001", 602, 606);
@@ -210,9 +220,8 @@ private Q_SLOTS:
         setLogReceiver([](const char* message,
                           void* list) { static_cast<QStringList*>(list)->append(message); },
                        &messages);
-        const LoaderPtr loader = openDisc(disc.folder());
+        const LoaderPtr loader = disc.open();
         setLogReceiver(nullptr, nullptr);
-        QVERIFY(loader);
         QCOMPARE(namesOf(loader->titleList()),
                  QStringList({"00002.mpls", "00003.mpls", "00004.mpls", "00010.mpls"}));
         for (const char* name : {"00001.mpls", "00006.mpls", "00007.mpls"})
@@ -228,9 +237,8 @@ private Q_SLOTS:
                         {0x1200, 0x90, 0, "fra"},    {0x1400, 0x91, 0, "eng"},
                         {0x1A00, 0x77, 0, {}}};
         disc.addNumberedClip(1, clip, "not looked at");
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        const LoaderPtr loader = disc.open();
+        const AVMovieInfo* movie = streamFile(loader, disc.stream(1));
         QVERIFY(movie);
         QStringList streams;
         for (quint32 i = 0; i < movie->streamCount; ++i) {
@@ -254,9 +262,8 @@ private Q_SLOTS:
             disc.addStream("00001", fixturePath("bluray_streams/closed.m2ts")).sequences[0].start;
         disc.addPlaylist("00000", {{"00001", start + 5 * second, start + 20 * second}}, {});
         disc.write("BDMV/CLIPINF/00001.clpi", "HDMV0200 and no more");
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        const LoaderPtr loader = disc.open();
+        const AVMovieInfo* movie = streamFile(loader, disc.stream(1));
         QCOMPARE(movie->streamCount, 2u);
         QCOMPARE(QString("%1: ").arg(movie->streams[0].id) + textOf(movie->streams[0]),
                  QString("4113: 1 h264   1280x720 25/1 16:9 H264"));
@@ -310,8 +317,7 @@ private Q_SLOTS:
         clip.streams[1].formatAndRate = 0x61;
         for (int i = 0; i < 40; ++i)
             disc.addNumberedClip(i, clip, stream + stream.left(i * 192));
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
+        const LoaderPtr loader = disc.open();
         QByteArray channels;
         for (const QString& file : namesOf(loader->fileList()))
             channels += QByteArray::number(streamFile(loader, file)->streams[1].channels);
@@ -328,8 +334,7 @@ private Q_SLOTS:
             clip.sequences[0].end = quint32(1 + i * 7919);
             disc.addNumberedClip(i, clip, {});
         }
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
+        const LoaderPtr loader = disc.open();
         const QStringList files = namesOf(loader->fileList());
         QCOMPARE(files.size(), 400);
         for (int i = 0; i < files.size(); ++i) {
@@ -360,47 +365,36 @@ private Q_SLOTS:
 
     void tellsProtection()
     {
-        const TestDisc disc;
-        disc.addClip("00001", plainClip(0, 10));
-        disc.addPlaylist("00001", {{"00001", 0, second}}, {});
         for (const QString file : {"AACS/Unit_Key_RO.inf", "BDSVM/00000.svm"}) {
+            const TestDisc disc;
+            disc.addNumberedClip(1, plainClip(0, 10), {});
             disc.write(file, "key");
-            const LoaderPtr loader = openDisc(disc.folder());
-            QVERIFY(loader);
-            QCOMPARE(int(loader->discInfo(0)->scrambled), 1);
-            QCOMPARE(namesOf(loader->titleList()).size(), 1);
-            QVERIFY(QFile::remove(disc.path(file)));
+            QCOMPARE(int(disc.open()->discInfo(0)->scrambled), 1);
         }
     }
 
-    /// Their names have eight letters and three, and are often of upper case.
-    void readsDiscsOfCameras()
+    /// Discs of cameras have names of eight letters and three, often of upper case; and of damaged
+    /// files the copies are read.
+    void findsFilesElsewhere()
     {
-        const TestDisc disc;
-        disc.write("BDMV/PLAYLIST/00000.MPL",
-                   authoring::playlist({{"00001", 600 * second, 605 * second}}, {}));
-        disc.write("BDMV/CLIPINF/00001.CPI", authoring::clipInformation(plainClip(600, 10)));
-        disc.write("BDMV/STREAM/00001.MTS", "stream");
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        QCOMPARE(titleText(loader, "00000.MPL"), QString("00001:0-5"));
-        QCOMPARE(namesOf(loader->fileList()), QStringList(disc.path("BDMV/STREAM/00001.MTS")));
-    }
-
-    void usesTheCopies()
-    {
-        const TestDisc disc;
         const QByteArray playlist =
             authoring::playlist({{"00001", 600 * second, 605 * second}}, {});
-        disc.write("BDMV/BACKUP/PLAYLIST/00001.mpls", playlist);
-        disc.write("BDMV/BACKUP/CLIPINF/00001.clpi",
-                   authoring::clipInformation(plainClip(600, 10)));
-        disc.write("BDMV/CLIPINF/00001.clpi", QByteArray(1000, '\xFF'));
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
+        const QByteArray clip = authoring::clipInformation(plainClip(600, 10));
+        const TestDisc camera;
+        camera.write("BDMV/PLAYLIST/00000.MPL", playlist);
+        camera.write("BDMV/CLIPINF/00001.CPI", clip);
+        camera.write("BDMV/STREAM/00001.MTS", "stream");
+        LoaderPtr loader = camera.open();
+        QCOMPARE(titleText(loader, "00000.MPL"), QString("00001:0-5"));
+        QCOMPARE(namesOf(loader->fileList()), QStringList(camera.path("BDMV/STREAM/00001.MTS")));
+
+        const TestDisc damaged;
+        damaged.write("BDMV/BACKUP/PLAYLIST/00001.mpls", playlist);
+        damaged.write("BDMV/BACKUP/CLIPINF/00001.clpi", clip);
+        damaged.write("BDMV/CLIPINF/00001.clpi", QByteArray(1000, '\xFF'));
+        loader = damaged.open();
         QCOMPARE(titleText(loader, "00001.mpls"), QString("00001:0-5"));
-        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
-        QCOMPARE(movie->streams[0].duration, 10.0);
+        QCOMPARE(streamFile(loader, damaged.stream(1))->streams[0].duration, 10.0);
     }
 };
 

@@ -161,22 +161,20 @@ private Q_SLOTS:
         damageFiles("BDMV", true);
     }
 
-    /// The file system itself, rather than the files in it.
+    /// The file system itself, rather than the files in it, which lie behind.
     void survivesDamagedImages()
     {
         const QTemporaryDir folder;
+        std::mt19937 random(2);
+        StandardError errors;
         for (const char* image : {"bluray/disc-102.iso", "bluray/disc-250.iso"}) {
             const QByteArray whole = contentOf(fixturePath(image));
-            const int structures = 420 * 2048; // up to the contents of the files
-            std::mt19937 random(2);
-            StandardError errors;
             int opened = 0;
             for (int round = 0; round < roundCount(200); ++round) {
                 QByteArray bytes = whole;
-                for (int i = 0; i < 1 + int(random() % 20); ++i) {
-                    int at = int(random() % structures);
-                    while (bytes.at(at) == 0 &&
-                           at < structures) // where there is something to damage
+                for (int i = int(random() % 20); i >= 0; --i) {
+                    int at = int(random() % (420 * 2048));
+                    while (bytes.at(at) == 0) // to where there is something to damage
                         ++at;
                     bytes[at] = char(random());
                 }
@@ -187,68 +185,62 @@ private Q_SLOTS:
                 opened += loader ? 1 : 0;
             }
             QVERIFY(opened > 20);
-            QCOMPARE(errors.text(), QByteArray());
         }
+        QCOMPARE(errors.text(), QByteArray());
     }
 
-    /// Each of n chapters that begin in the middle of a clip has n/2 clips on average.
-    void boundsChapters()
+    /// Each of n chapters that begin in the middle of a clip has n/2 clips on average; playlists
+    /// have many clips, files many streams, and a name takes the parser long.
+    void boundsWhatADiscTakes()
     {
         const QTemporaryDir folder;
         const Disc disc(folder.path());
         disc.addClip("00001", plainClip(0, 10000));
-        QList<authoring::Item> items;
+        Clip manyStreams = plainClip(0, 10);
+        while (manyStreams.streams.size() < 255)
+            manyStreams.streams << manyStreams.streams[1];
+        QList<authoring::Item> parts;
+        QList<authoring::Item> files;
         QList<authoring::Mark> marks;
         for (quint32 i = 0; i < 5000; ++i) {
-            items.append({"00001", i * second, (i + 2) * second, 0, {}, {}});
+            parts.append({"00001", i * second, (i + 2) * second, 0, {}, {}});
             marks.append({quint16(i), (i + 1) * second});
         }
-        disc.addPlaylist("00001", items, marks);
-        while (items.size() < 60000)
-            items += items;
-        for (const QString name : {"00002", "00003"})
-            disc.addPlaylist(name, items.mid(0, 60000 - name.toInt()), {});
-        const LoaderPtr loader = openDisc(folder.path());
-        QCOMPARE(namesOf(loader->titleList()), QStringList({"00001.mpls", "00002.mpls"}));
-        quint32 count = 0;
-        const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
-        QCOMPARE(count, 5000u);
-        QCOMPARE(chapters[500].clipCount, 502u);
-        quint64 clips = 0;
-        for (quint32 i = 0; i < count; ++i)
-            clips += chapters[i].clipCount;
-        QVERIFY(clips <= 500000);
-        QCOMPARE(chapters[4999].timeStamp, 9999.0);
-    }
-
-    /// Files of many streams, and names that take the parser long.
-    void boundsFilesAndNames()
-    {
-        const QTemporaryDir folder;
-        const Disc disc(folder.path());
-        Clip clip = plainClip(0, 10);
-        while (clip.streams.size() < 255)
-            clip.streams << clip.streams[1];
-        QList<authoring::Item> items;
         for (int i = 0; i < 300; ++i) {
-            items.append({QByteArray::number(10000 + i), 0, second, 0, {}, {}});
-            disc.addClip(items.last().clip, clip);
+            files.append({QByteArray::number(10000 + i), 0, second, 0, {}, {}});
+            disc.addClip(files.last().clip, manyStreams);
         }
-        disc.addPlaylist("00001", items, {});
+        disc.addPlaylist("00001", parts, marks);
+        disc.addPlaylist("00002", files, {});
+        while (parts.size() < 60000)
+            parts += parts;
+        disc.addPlaylist("00003", parts.mid(1, 60000), {});
+        disc.addPlaylist("00004", parts.mid(2, 60000), {});
         QByteArray element = "<x";
         for (int i = 0; i < 100000; ++i)
             element += " a" + QByteArray::number(i) + "=\"\"";
         for (int i = 0; i < 20; ++i)
             disc.setName(element + "/>", QString::number(100 + i));
+
         QElapsedTimer timer;
         timer.start();
         const LoaderPtr loader = openDisc(folder.path());
         QVERIFY2(timer.elapsed() < 10000, qPrintable(QString::number(timer.elapsed())));
+        QCOMPARE(namesOf(loader->titleList()),
+                 QStringList({"00001.mpls", "00002.mpls", "00003.mpls"}));
+        quint32 count = 0;
+        const BDPlayInfo* chapters = loader->chapters("00001.mpls", &count);
+        QCOMPARE(count, 5000u);
+        QCOMPARE(chapters[500].clipCount, 502u);
+        QCOMPARE(chapters[4999].timeStamp, 9999.0);
+        quint64 clips = 0;
+        for (quint32 i = 0; i < count; ++i)
+            clips += chapters[i].clipCount;
+        QVERIFY(clips <= 500000);
         quint32 streams = 0;
         for (const QString& name : namesOf(loader->fileList()))
             streams += streamFile(loader, name)->streamCount;
-        QCOMPARE(streams, 50000u + 300 - 197);
-        QVERIFY(isSane(loader));
+        QCOMPARE(streams, 50000u + 103); // one each for the last files
     }
 };
 

@@ -299,21 +299,20 @@ private Q_SLOTS:
     void badImages()
     {
         const QTemporaryDir folder;
-        const auto opens = [&folder](const QByteArray& content) {
-            StandardError standardError;
-            const ImporterPtr importer = openItem(writeFile(folder.filePath("disc.ISO"), content));
+        const QByteArray disc = contentOf(fixturePath("dvd/pal.iso"));
+        const QByteArray images[] = {disc.left(disc.size() / 2), disc.left(100 * 2048),
+                                     contentOf(fixturePath("dvd/data.iso")), randomBytes(1000000),
+                                     QByteArray()};
+        StandardError standardError;
+        for (const QByteArray& image : images) {
+            const ImporterPtr importer = openItem(writeFile(folder.filePath("disc.ISO"), image));
+            QCOMPARE(bool(importer), &image == images);
             for (int i = 0; importer && i < int(importer->movieCount()); ++i) {
                 if (const SourcePtr source = openVideo(importer, i, videoId))
                     frameAt(*source, 9000);
             }
-            return (importer ? "opens" : "refused") + standardError.text();
-        };
-        const QByteArray disc = contentOf(fixturePath("dvd/pal.iso"));
-        QCOMPARE(opens(contentOf(fixturePath("dvd/data.iso"))), QByteArray("refused"));
-        QCOMPARE(opens(randomBytes(1000000)), QByteArray("refused"));
-        QCOMPARE(opens(QByteArray()), QByteArray("refused"));
-        QCOMPARE(opens(disc.left(100 * 2048)), QByteArray("refused"));
-        QCOMPARE(opens(disc.left(disc.size() / 2)), QByteArray("opens"));
+        }
+        QCOMPARE(standardError.text(), QByteArray());
     }
 
     /// Numbers in the tables lead anywhere. What comes of it does not matter, as long as it ends
@@ -327,7 +326,6 @@ private Q_SLOTS:
             originals[name] = contentOf(disc.file(name));
 
         std::mt19937 random(11);
-        const char extremes[] = {0, 1, 0x7F, char(0x80), char(0xFF)};
         StandardError standardError;
         int opened = 0;
         for (int i = 0; i < 300; ++i) {
@@ -340,7 +338,7 @@ private Q_SLOTS:
                     const int place = random() % 2 ? int(random() % unsigned(bytes.size()))
                                       : table == 0 ? 0xC0 + int(random() % 40)
                                                    : table + int(random() % 48);
-                    bytes[place] = random() % 2 ? extremes[random() % 5] : char(random());
+                    bytes[place] = random() % 2 ? "\0\1\x7F\x80\xFF"[random() % 5] : char(random());
                 }
                 writeFile(disc.file(name), bytes);
             }
