@@ -295,66 +295,6 @@ private Q_SLOTS:
             QFile::resize(disc.file("VTS_01_1.VOB"), 500 * 1024 + 77);
         });
     }
-
-    void badImages()
-    {
-        const QTemporaryDir folder;
-        const QByteArray disc = contentOf(fixturePath("dvd/pal.iso"));
-        const QByteArray images[] = {disc.left(disc.size() / 2), disc.left(100 * 2048),
-                                     contentOf(fixturePath("dvd/data.iso")), randomBytes(1000000),
-                                     QByteArray()};
-        StandardError standardError;
-        for (const QByteArray& image : images) {
-            const ImporterPtr importer = openItem(writeFile(folder.filePath("disc.ISO"), image));
-            QCOMPARE(bool(importer), &image == images);
-            for (int i = 0; importer && i < int(importer->movieCount()); ++i) {
-                if (const SourcePtr source = openVideo(importer, i, videoId))
-                    frameAt(*source, 9000);
-            }
-        }
-        QCOMPARE(standardError.text(), QByteArray());
-    }
-
-    /// Numbers in the tables lead anywhere. What comes of it does not matter, as long as it ends
-    /// and is something.
-    void survivesDamagedTables()
-    {
-        const DiscCopy disc;
-        disc.remove({"*.BUP"});
-        QMap<QString, QByteArray> originals;
-        for (const char* name : {"VIDEO_TS.IFO", "VTS_01_0.IFO"})
-            originals[name] = contentOf(disc.file(name));
-
-        std::mt19937 random(11);
-        StandardError standardError;
-        int opened = 0;
-        for (int i = 0; i < 300; ++i) {
-            for (const QString& name : originals.keys()) {
-                QByteArray bytes = originals[name];
-                for (int change = int(random() % 12); change >= 0; --change) {
-                    // Half of the changes hit the pointers to the tables and the tables'
-                    // beginnings.
-                    const int table = int(random() % unsigned(bytes.size() / 2048)) * 2048;
-                    const int place = random() % 2 ? int(random() % unsigned(bytes.size()))
-                                      : table == 0 ? 0xC0 + int(random() % 40)
-                                                   : table + int(random() % 48);
-                    bytes[place] = random() % 2 ? "\0\1\x7F\x80\xFF"[random() % 5] : char(random());
-                }
-                writeFile(disc.file(name), bytes);
-            }
-            const ImporterPtr importer = openItem(disc.path());
-            if (!importer)
-                continue;
-            ++opened;
-            QVERIFY(!discText(importer).contains("missing"));
-            for (int movie = 0; movie < qMin(int(importer->movieCount()), 5); ++movie) {
-                if (const SourcePtr source = openVideo(importer, movie, videoId))
-                    frameAt(*source, int(random() % 20000));
-            }
-        }
-        QVERIFY(opened > 150);
-        QCOMPARE(standardError.text(), QByteArray());
-    }
 };
 
 QTEST_GUILESS_MAIN(DvdTest)
