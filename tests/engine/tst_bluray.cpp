@@ -10,6 +10,10 @@
 #include <libbluray/log_control.h>
 #include <libbluray/meta_data.h>
 
+extern "C" {
+#include <libavutil/crc.h>
+}
+
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -130,6 +134,27 @@ void compareWithLibbluray(const QString& path)
         for (quint32 i = 0; i < chapterCount; ++i)
             QCOMPARE(chapters[i].timeStamp, double(theirs->chapters[i].start) / 90000.0);
     }
+}
+
+/// The stream with a registration of its video, as discs have it.
+QByteArray withRegistration(QByteArray stream)
+{
+    for (int at = 0; at + 192 <= stream.size(); at += 192) {
+        const QByteArray packet = stream.mid(at, 192);
+        const int video = packet.indexOf(QByteArray("\x1B\xF0\x11\xF0\x00", 5));
+        if (packet.mid(5, 2) != QByteArray("\x41\x00", 2) || video < 0)
+            continue;
+        const int length = quint8(packet[11]) + 6;
+        QByteArray section = packet.mid(9, length - 6 - 1);
+        section.replace(video + 4 - 9, 1, QByteArray("\x06\x05\x04HDMV"));
+        section[2] = char(length);
+        const quint32 sum =
+            av_crc(av_crc_get_table(AV_CRC_32_IEEE), ~0u,
+                   reinterpret_cast<const uchar*>(section.constData()), size_t(section.size()));
+        section.append(reinterpret_cast<const char*>(&sum), 4);
+        stream.replace(at + 9, section.size(), section);
+    }
+    return stream;
 }
 
 } // namespace
@@ -262,6 +287,9 @@ private Q_SLOTS:
             disc.addStream("00001", fixturePath("bluray_streams/closed.m2ts")).sequences[0].start;
         disc.addPlaylist("00000", {{"00001", start + 5 * second, start + 20 * second}}, {});
         disc.write("BDMV/CLIPINF/00001.clpi", "HDMV0200 and no more");
+        const QByteArray stream = withRegistration(contentOf(disc.stream(1)));
+        QVERIFY(stream.contains(QByteArray("\x11\xF0\x06\x05\x04HDMV")));
+        writeFile(disc.stream(1), stream);
         const LoaderPtr loader = disc.open();
         const AVMovieInfo* movie = streamFile(loader, disc.stream(1));
         QCOMPARE(movie->streamCount, 2u);

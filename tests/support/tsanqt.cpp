@@ -28,11 +28,11 @@ namespace {
 char queuedCalls; ///< stands for all event queues
 
 /// Qt's own definition of the operation with that name.
-#define ORIGINAL(Type, mangledName)                                                                \
-    (*[] {                                                                                         \
-        static const auto call = reinterpret_cast<Type>(dlsym(RTLD_NEXT, mangledName));            \
-        return call;                                                                               \
-    }())
+template <typename Function>
+Function original(const char* mangledName)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, mangledName));
+}
 
 void* address(const volatile void* object)
 {
@@ -56,32 +56,39 @@ private:
 
 void QMutex::lock()
 {
-    ORIGINAL(void (*)(QMutex*), "_ZN6QMutex4lockEv")(this);
+    static const auto call = original<void (*)(QMutex*)>("_ZN6QMutex4lockEv");
+    call(this);
     __tsan_acquire(this);
 }
 
 void QMutex::unlock() noexcept
 {
+    static const auto call = original<void (*)(QMutex*)>("_ZN6QMutex6unlockEv");
     __tsan_release(this);
-    ORIGINAL(void (*)(QMutex*), "_ZN6QMutex6unlockEv")(this);
+    call(this);
 }
 
 void QReadWriteLock::lockForRead()
 {
-    ORIGINAL(void (*)(QReadWriteLock*), "_ZN14QReadWriteLock11lockForReadEv")(this);
+    static const auto call =
+        original<void (*)(QReadWriteLock*)>("_ZN14QReadWriteLock11lockForReadEv");
+    call(this);
     __tsan_acquire(this);
 }
 
 void QReadWriteLock::lockForWrite()
 {
-    ORIGINAL(void (*)(QReadWriteLock*), "_ZN14QReadWriteLock12lockForWriteEv")(this);
+    static const auto call =
+        original<void (*)(QReadWriteLock*)>("_ZN14QReadWriteLock12lockForWriteEv");
+    call(this);
     __tsan_acquire(this);
 }
 
 void QReadWriteLock::unlock()
 {
+    static const auto call = original<void (*)(QReadWriteLock*)>("_ZN14QReadWriteLock6unlockEv");
     __tsan_release(this);
-    ORIGINAL(void (*)(QReadWriteLock*), "_ZN14QReadWriteLock6unlockEv")(this);
+    call(this);
 }
 
 QMetaObject::Connection QObject::connect(const QObject* sender, const char* signal,
@@ -90,9 +97,10 @@ QMetaObject::Connection QObject::connect(const QObject* sender, const char* sign
 {
     using Connect = QMetaObject::Connection (*)(const QObject*, const char*, const QObject*,
                                                 const char*, Qt::ConnectionType);
+    static const auto call =
+        original<Connect>("_ZN7QObject7connectEPKS_PKcS1_S3_N2Qt14ConnectionTypeE");
     __tsan_release(address(sender));
-    return ORIGINAL(Connect, "_ZN7QObject7connectEPKS_PKcS1_S3_N2Qt14ConnectionTypeE")(
-        sender, signal, receiver, member, type);
+    return call(sender, signal, receiver, member, type);
 }
 
 QMetaObject::Connection QObject::connectImpl(const QObject* sender, void** signal,
@@ -104,47 +112,50 @@ QMetaObject::Connection QObject::connectImpl(const QObject* sender, void** signa
     using Connect = QMetaObject::Connection (*)(const QObject*, void**, const QObject*, void**,
                                                 QtPrivate::QSlotObjectBase*, Qt::ConnectionType,
                                                 const int*, const QMetaObject*);
+    static const auto call =
+        original<Connect>("_ZN7QObject11connectImplEPKS_PPvS1_S3_PN9QtPrivate15QSlotObjectBaseEN2Qt"
+                          "14ConnectionTypeEPKiPK11QMetaObject");
     __tsan_release(address(sender));
-    return ORIGINAL(Connect,
-                    "_ZN7QObject11connectImplEPKS_PPvS1_S3_PN9QtPrivate15QSlotObjectBaseEN2Qt"
-                    "14ConnectionTypeEPKiPK11QMetaObject")(sender, signal, receiver, slotPtr, slot,
-                                                           type, types, senderMetaObject);
+    return call(sender, signal, receiver, slotPtr, slot, type, types, senderMetaObject);
 }
 
 void QMetaObject::activate(QObject* sender, const QMetaObject* meta, int index, void** arguments)
 {
     using Activate = void (*)(QObject*, const QMetaObject*, int, void**);
+    static const auto call = original<Activate>("_ZN11QMetaObject8activateEP7QObjectPKS_iPPv");
     __tsan_acquire(sender);
     __tsan_release(&queuedCalls);
-    ORIGINAL(Activate, "_ZN11QMetaObject8activateEP7QObjectPKS_iPPv")
-    (sender, meta, index, arguments);
+    call(sender, meta, index, arguments);
 }
 
 bool QObject::event(QEvent* event)
 {
+    static const auto call = original<bool (*)(QObject*, QEvent*)>("_ZN7QObject5eventEP6QEvent");
     __tsan_acquire(&queuedCalls);
-    return ORIGINAL(bool (*)(QObject*, QEvent*), "_ZN7QObject5eventEP6QEvent")(this, event);
+    return call(this, event);
 }
 
 bool QThread::event(QEvent* event)
 {
+    static const auto call = original<bool (*)(QThread*, QEvent*)>("_ZN7QThread5eventEP6QEvent");
     __tsan_acquire(&queuedCalls);
-    return ORIGINAL(bool (*)(QThread*, QEvent*), "_ZN7QThread5eventEP6QEvent")(this, event);
+    return call(this, event);
 }
 
 int QThread::exec()
 {
+    static const auto call = original<int (*)(QThread*)>("_ZN7QThread4execEv");
     static QThreadStorage<EndOfThread*> endOfThread;
     endOfThread.setLocalData(new EndOfThread(this));
-    const int code = ORIGINAL(int (*)(QThread*), "_ZN7QThread4execEv")(this);
+    const int code = call(this);
     __tsan_release(&queuedCalls); // finished() follows
     return code;
 }
 
 bool QThread::wait(unsigned long time)
 {
-    const bool finished =
-        ORIGINAL(bool (*)(QThread*, unsigned long), "_ZN7QThread4waitEm")(this, time);
+    static const auto call = original<bool (*)(QThread*, unsigned long)>("_ZN7QThread4waitEm");
+    const bool finished = call(this, time);
     if (finished)
         __tsan_acquire(this);
     return finished;
@@ -152,7 +163,8 @@ bool QThread::wait(unsigned long time)
 
 bool QThread::isFinished() const
 {
-    const bool finished = ORIGINAL(bool (*)(const QThread*), "_ZNK7QThread10isFinishedEv")(this);
+    static const auto call = original<bool (*)(const QThread*)>("_ZNK7QThread10isFinishedEv");
+    const bool finished = call(this);
     if (finished)
         __tsan_acquire(address(this));
     return finished;

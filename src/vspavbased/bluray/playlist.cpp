@@ -24,9 +24,9 @@ bool isClipName(const std::string& name)
 void skipReferences(ByteReader& bytes, int lists)
 {
     for (int i = 0; i < lists; ++i) {
-        const int count = bytes.u8();
+        const std::size_t count = bytes.u8();
         bytes.skip(1);
-        bytes.skip(static_cast<std::size_t>(count + count % 2));
+        bytes.skip(count + count % 2);
     }
 }
 
