@@ -3,7 +3,9 @@
 
 #include "log.h"
 
+#include <cerrno>
 #include <cstring>
+#include <new>
 #include <type_traits>
 
 namespace engine {
@@ -56,9 +58,26 @@ std::unique_ptr<VideoDecoder> VideoDecoder::open(const AVCodecParameters& parame
     return std::unique_ptr<VideoDecoder>(new VideoDecoder(std::move(context)));
 }
 
+VideoDecoder::VideoDecoder(CodecContextPtr context)
+    : m_context(std::move(context))
+{
+    m_context->opaque = this;
+    m_context->get_buffer2 = getBuffer;
+}
+
+int VideoDecoder::getBuffer(AVCodecContext* context, AVFrame* frame, int flags)
+{
+    const int result = avcodec_default_get_buffer2(context, frame, flags);
+    if (result == AVERROR(ENOMEM))
+        static_cast<VideoDecoder*>(context->opaque)->m_lacksMemory = true;
+    return result;
+}
+
 void VideoDecoder::send(const AVPacket* packet)
 {
-    avcodec_send_packet(m_context.get(), packet);
+    const int result = avcodec_send_packet(m_context.get(), packet);
+    if (result == AVERROR(ENOMEM) || m_lacksMemory)
+        throw std::bad_alloc();
 }
 
 FramePtr VideoDecoder::receive()

@@ -3,7 +3,7 @@
 
 #include "log.h"
 #include "timeline/timelinefile.h"
-#include "timeline/writtenfiles.h"
+#include "timeline/writtentimelines.h"
 
 #include <charconv>
 #include <cstring>
@@ -81,7 +81,7 @@ void TimelineEditor::saveToFile(const char* utf8Path)
 {
     const std::string path = utf8Path ? utf8Path : "";
     if (writeTimelineFile(path, m_timeline))
-        rememberWrittenFile(path);
+        WrittenTimelines::ofThisProcess().add(path);
 }
 
 void TimelineEditor::insertSource(std::int32_t position, const AVBased::SourceRecord* source)

@@ -60,12 +60,7 @@ bool writeNewFile(const std::string& path, const std::string& text)
 
 bool isTimelineFile(const std::string& path)
 {
-    if (!endsWith(path, suffix) || !isRegularFile(path))
-        return false;
-    char start[sizeof(timelineFirstLine)] = "";
-    std::ifstream file(path, std::ios::binary);
-    file.read(start, sizeof(timelineFirstLine) - 1);
-    return std::strcmp(start, timelineFirstLine) == 0;
+    return endsWith(path, suffix) && isRegularFile(path);
 }
 
 std::optional<Timeline> readTimelineFile(const std::string& path)

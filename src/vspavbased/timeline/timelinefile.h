@@ -8,7 +8,7 @@
 
 namespace engine {
 
-/// Whether the file at `path` holds a timeline, by its suffix and its first line.
+/// Whether the file at `path` is called as timelines are.
 bool isTimelineFile(const std::string& path);
 
 /// Nothing, with the reason in the log, when the file cannot be read or breaks the format's rules.

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "timeline/timelineimporter.h"
 
+#include "log.h"
 #include "timeline/timelinefile.h"
 #include "timeline/timelinesource.h"
-#include "timeline/writtenfiles.h"
+#include "timeline/writtentimelines.h"
 
 namespace engine {
 
@@ -38,9 +39,13 @@ Opening TimelineImporter::open(const std::string& path)
 {
     if (!isTimelineFile(path))
         return Opening::notMine();
+    if (!WrittenTimelines::ofThisProcess().holds(path)) {
+        log(path + ": a timeline that this process has not written");
+        return Opening::refused();
+    }
     if (auto timeline = readTimelineFile(path))
         return Opening::opened(new TimelineImporter(path, std::move(*timeline)));
-    removeWrittenFile(path);
+    WrittenTimelines::ofThisProcess().remove(path);
     return Opening::refused();
 }
 
@@ -81,7 +86,7 @@ void TimelineImporter::close() {}
 
 void TimelineImporter::release()
 {
-    removeWrittenFile(m_path);
+    WrittenTimelines::ofThisProcess().remove(m_path);
     delete this;
 }
 
