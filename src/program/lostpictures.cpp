@@ -35,9 +35,7 @@ bool lacksCapture(CImportTask* task)
     const CBDInformation* disc = task->bdInfo();
     for (int i = 0; i < disc->fileCount(); ++i) {
         for (CBDFileClip* clip : disc->file(i)->snapClips()) {
-            // The clips' class is not declared to hosts, but they are objects.
-            const auto* object = reinterpret_cast<const QObject*>(clip);
-            return object->property("imageUrl").toString().isEmpty();
+            return CBDFile::clipObject(clip)->property("imageUrl").toString().isEmpty();
         }
     }
     return false;
