@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "deadline.h"
 #include "media/mediasource.h"
 #include "media/streamdescription.h"
 #include "moviefacts.h"
@@ -31,7 +32,7 @@ public:
     void release() override;
 
 private:
-    MediaImporter(const std::string& path, AVFormatContext& context);
+    MediaImporter(const std::string& path, AVFormatContext& context, Deadline& deadline);
     ~MediaImporter() = default;
 
     const char* value(const char* key) override;

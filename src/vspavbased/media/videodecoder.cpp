@@ -2,6 +2,7 @@
 #include "media/videodecoder.h"
 
 #include "log.h"
+#include "media/pixellimit.h"
 
 #include <cerrno>
 #include <cstring>
@@ -11,9 +12,6 @@
 namespace engine {
 
 namespace {
-
-/// Twice the pixels of an 8K picture: a file that claims more gets no picture, and no memory.
-constexpr std::int64_t mostPixels = 64LL * 1024 * 1024;
 
 /// Decoders pass on whatever number a stream has in the place of one of these.
 template <typename Enumeration>
@@ -47,7 +45,7 @@ std::unique_ptr<VideoDecoder> VideoDecoder::open(const AVCodecParameters& parame
     if (!context || avcodec_parameters_to_context(context.get(), &parameters) < 0)
         return nullptr;
     context->pkt_timebase = timeBase;
-    context->max_pixels = mostPixels;
+    context->max_pixels = mostPixels(parameters.codec_id);
     // A few frames a file: threads would cost more than they give.
     context->thread_count = 1;
     const int result = avcodec_open2(context.get(), codec, nullptr);
