@@ -90,7 +90,7 @@ private Q_SLOTS:
         const QByteArray fragmented = patch(media("fragmented.mp4"), "mdhd", 20, "ffffffff");
         expect(fragmented, "und 25/1", 2.0);
         expect(fragmented.left(fragmented.indexOf("moof") - 4), "und 0/0", 0.0);
-        expect(patch(media("time.flv"), "framerate", 10, "408f400000000000"), " 25/1", 20.0);
+        expect(patch(media("time-flash.flv"), "framerate", 10, "408f400000000000"), " 25/1", 20.0);
         expect(media("slow-motion.mp4"), "und 240/1", 0.5);
         expect(patch(media("transparent.mov"), "mdhd", 24, "7ffe"), " 25/1", 0.5);
     }
@@ -119,14 +119,14 @@ private Q_SLOTS:
             const QString path = writeFile(folder.filePath("file"), file);
             writeFile("/proc/self/clear_refs", "5");
             const int before = peak();
-            QElapsedTimer timer;
-            timer.start();
-            const ImporterPtr importer = openItem(path);
-            QVERIFY2(importer || QByteArray(name) == "tables", name);
+            ImporterPtr importer = openItem(path);
+            if (!importer && QByteArray(name) != "tables")
+                qFatal("%s", name);
             if (const SourcePtr source = openVideo(importer))
                 pictureOf(frameAt(*source, 100));
-            QVERIFY2(timer.elapsed() < 10000, name);
-            QVERIFY2(peak() - before < 150000, name);
+            if (peak() - before >= 150000)
+                qFatal("%s: %d KB", name, peak() - before);
+            return importer;
         };
         const QByteArray snow = media("snow.avi"), mp4 = media("time-gop2s.mp4");
         expectCheap("pixels", patch(patch(snow, "avih", 40, "483f0000483f0000"), "strf", 12,
@@ -153,7 +153,13 @@ private Q_SLOTS:
         QByteArray tags;
         for (int i = 0; i < 900; ++i)
             tags += element("67c8", element("45a3", QByteArray::number(i)) + text);
-        expectCheap("letters", mkv.insert(at, element("1254c367", element("7373", tags))));
+        const ImporterPtr letters =
+            expectCheap("letters", mkv.insert(at, element("1254c367", element("7373", tags))));
+        // Writing them with other letters takes long: some are, some are not, the rest is left out.
+        const AVMetaItem* tag = letters->movieInfo(0)->meta + 3;
+        QVERIFY(QByteArray(tag[0].value).startsWith("zhong"));
+        QVERIFY(QByteArray(tag[50].value).startsWith("??"));
+        QCOMPARE(tag[899].value, "");
     }
 
     void tellsProtectedFiles()
