@@ -9,6 +9,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDebug>
+#include <QtCore/QDir>
 #include <QtCore/QPluginLoader>
 
 int main(int argc, char** argv)
@@ -18,7 +19,7 @@ int main(int argc, char** argv)
     Vesk::CAbstractPlugin* plugin = qobject_cast<Vesk::CAbstractPlugin*>(loader.instance());
     if (!plugin || !plugin->initialize(nullptr, QVariantMap()) || !plugin->start())
         return 1;
-    Vesk::CImportContext::instance()->setConfigDir("snapshots");
+    Vesk::CImportContext::instance()->setConfigDir(QDir("snapshots").absolutePath());
     Vesk::CImportContext::instance()->setSnapSize(QSize(320, 180));
     Vesk::CImportContext::instance()->setFileFormats("*.mp4;*.mkv;*.mp3;");
 

@@ -15,7 +15,9 @@ class CBDFilePrivate;
 
 /// One stream file of a Blu-ray disc, with the parts of it (clips) that titles and chapters play.
 ///
-/// Clips are QObjects whose one public property is "imageUrl". They belong to the file.
+/// Clips belong to the file. Their class is not a host's to see; as objects, which clipObject()
+/// gives, they have one property and its change signal: "imageUrl", the URL of the clip's snapshot
+/// in the form of CMovieInfomation::imageUrl(), empty for a clip that is not among snapClips().
 class VSPIMPORT_EXPORT CBDFile : public QObject
 {
 public:
@@ -36,6 +38,9 @@ public:
 
     /// The clip of that range (seconds): the file's own when it has one already, else a new one.
     CBDFileClip* appendClip(double timeStart, double timeEnd);
+
+    /// The clip as the object that it is: clipObject(clip)->property("imageUrl").
+    static QObject* clipObject(CBDFileClip* clip);
 
     /// True when the file has no clips.
     bool empty() const;

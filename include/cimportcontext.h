@@ -29,12 +29,14 @@ public:
     virtual ~CImportContext();
 
     /// Size of snapshots in pixels, 50 x 50 at first. Takes effect until the first snapshot of the
-    /// process; after that the size stays what it was then.
+    /// process; after that the size stays what it was then. The engine makes pictures of 1 to 16384
+    /// pixels a side: with another size imports take no snapshots, which is said once in the host's
+    /// log, and the next size that is set is tried.
     QSize snapSize() const;
     void setSnapSize(const QSize& size);
 
     /// Folder that receives the snapshots. Made when needed; empty, as at first, is the working
-    /// folder.
+    /// folder. Best an absolute path: image URLs are made of it as it stands.
     QString configDir() const;
     void setConfigDir(const QString& dir);
 

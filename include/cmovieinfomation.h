@@ -63,8 +63,10 @@ public:
     double duration() const;
     void setDuration(double seconds);
 
-    /// URL of the snapshot. The file may be missing when no picture could be made. Emits
-    /// imageUrlChanged() when it changes.
+    /// URL of the snapshot: "file:///" and its path below CImportContext::configDir() as it stands,
+    /// the slash of an absolute path being the third. Nothing in it is written as codes ("%20"), so
+    /// that a host takes the prefix off rather than have it decoded. The file may be missing when
+    /// no picture could be made. Emits imageUrlChanged() when it changes.
     QString imageUrl() const;
     void setImageUrl(const QString& url);
 
@@ -75,7 +77,9 @@ public:
     int metadataCount() const;
     void setMetadataCount(int count);
 
-    /// The object at `index`, or null outside the list. Owned by the record.
+    /// The object at `index`, or null outside the list. Owned by the record. Through
+    /// QMetaObject::invokeMethod(), stream() answers to the return type as it is written here, with
+    /// no namespace: Q_RETURN_ARG(CStreamInfomation*, …) under `using namespace Vesk`.
     Q_INVOKABLE CStreamInfomation* stream(int index) const;
     CMovieMetaData* metadata(int index) const;
 

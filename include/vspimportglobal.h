@@ -12,6 +12,9 @@
 // its own, from which all its signals but finished() and terminated() come; one import runs at a
 // time in the process. Tasks and their trees belong to that thread, which ends with the import, and
 // are not locked: until finished(), a host reads of them only what the signals' documentation says.
+// From finished() until the reply is deleted they still belong to the thread that has ended: an
+// object made then with one of them as its parent, as CDVDTitle::setSubtitleCount() makes, is left
+// without a parent by Qt. Afterwards they belong to no thread, and their new children to theirs.
 #pragma once
 
 #include <QtCore/QtGlobal>

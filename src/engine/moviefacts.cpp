@@ -31,14 +31,15 @@ std::uint32_t packAspect(const Ratio& aspect)
 MovieRecord::MovieRecord(const MovieFacts& facts)
     : m_record()
 {
+    Latin1Writer latin1;
     for (const StreamFacts& stream : facts.streams) {
         AVBased::AVStreamInfo record{};
-        record.name = keep(toLatin1(stream.name));
+        record.name = keep(latin1.write(stream.name));
         record.kind = stream.kind;
         record.id = stream.id;
-        record.codecName = keep(toLatin1(stream.codec));
+        record.codecName = keep(latin1.write(stream.codec));
         std::memcpy(record.fourcc, stream.fourcc.data(), sizeof(record.fourcc));
-        record.language = keep(toLatin1(stream.language));
+        record.language = keep(latin1.write(stream.language));
         record.width = stream.width;
         record.height = stream.height;
         record.frameRate = packFrameRate(stream.frameRate);
@@ -51,7 +52,7 @@ MovieRecord::MovieRecord(const MovieFacts& facts)
         m_streams.push_back(record);
     }
     for (const auto& [key, value] : facts.tags)
-        m_tags.push_back({keep(toLatin1(key)), keep(toLatin1(value))});
+        m_tags.push_back({keep(latin1.write(key)), keep(latin1.write(value))});
 
     m_record.name = keep(toUtf8(facts.name));
     m_record.id = facts.id;
@@ -59,7 +60,7 @@ MovieRecord::MovieRecord(const MovieFacts& facts)
     m_record.streams = m_streams.data();
     m_record.metaCount = static_cast<std::uint32_t>(m_tags.size());
     m_record.meta = m_tags.data();
-    m_record.format = keep(toLatin1(facts.format));
+    m_record.format = keep(latin1.write(facts.format));
 }
 
 /// The text stays where it is as long as the record lives.

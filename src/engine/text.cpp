@@ -12,16 +12,45 @@ namespace engine {
 
 namespace {
 
-/// A transliterator, made when it is first needed: that takes longer than a whole import of a small
-/// file.
+bool fitsInto(const icu::UnicodeString& text, char16_t largest)
+{
+    const char16_t* begin = text.getBuffer();
+    return std::all_of(begin, begin + text.length(),
+                       [largest](char16_t c) { return c <= largest; });
+}
+
+/// A transliterator to letters up to `largest`, made when it is first needed: that takes longer
+/// than a whole import of a small file.
 class Transliterator
 {
 public:
-    explicit Transliterator(const char* id)
+    Transliterator(const char* id, char16_t largest)
         : m_id(id)
+        , m_largest(largest)
     {}
 
-    void apply(icu::UnicodeString& text)
+    /// Piece by piece, as the time that a piece takes grows with the square of its length, and what
+    /// needs none is passed over. `letters` is how many letters may be in the pieces, and what is
+    /// left of that.
+    void apply(icu::UnicodeString& text, std::int32_t& letters)
+    {
+        constexpr int32_t pieceLength = 500;
+        icu::UnicodeString done;
+        for (int32_t begin = 0; begin < text.length();) {
+            const int32_t end = endOfPiece(text, std::min(begin + pieceLength, text.length()));
+            icu::UnicodeString piece = text.tempSubStringBetween(begin, end);
+            if (!fitsInto(piece, m_largest) && letters > 0) {
+                letters -= piece.length();
+                transliterate(piece);
+            }
+            done.append(piece);
+            begin = end;
+        }
+        text = done;
+    }
+
+private:
+    void transliterate(icu::UnicodeString& piece)
     {
         std::lock_guard<std::mutex> lock(m_mutex);
         if (!m_tried) {
@@ -31,23 +60,7 @@ public:
                                                             UTRANS_FORWARD, status));
         }
         if (m_icu)
-            transliterate(text);
-    }
-
-private:
-    /// Piece by piece: the time that a piece takes grows with the square of its length.
-    void transliterate(icu::UnicodeString& text) const
-    {
-        constexpr int32_t pieceLength = 500;
-        icu::UnicodeString done;
-        for (int32_t begin = 0; begin < text.length();) {
-            const int32_t end = endOfPiece(text, std::min(begin + pieceLength, text.length()));
-            icu::UnicodeString piece = text.tempSubStringBetween(begin, end);
             m_icu->transliterate(piece);
-            done.append(piece);
-            begin = end;
-        }
-        text = done;
     }
 
     /// `end`, or behind a blank before it, so that no word is torn apart.
@@ -61,6 +74,7 @@ private:
     }
 
     const char* m_id;
+    char16_t m_largest;
     std::mutex m_mutex;
     bool m_tried = false;
     std::unique_ptr<icu::Transliterator> m_icu;
@@ -112,22 +126,29 @@ std::string toUtf8(const std::u16string& text)
 
 std::string toLatin1(const std::string& text)
 {
+    return Latin1Writer().write(text);
+}
+
+std::string Latin1Writer::write(const std::string& text)
+{
     static Transliterator transliterator("NFC; [^\\u0000-\\u00FF] Any-Latin; NFC; "
-                                         "[^\\u0000-\\u00FF] Latin-ASCII");
+                                         "[^\\u0000-\\u00FF] Latin-ASCII",
+                                         0xFF);
     if (isAscii(text))
         return text;
     icu::UnicodeString decoded = decode(text);
-    transliterator.apply(decoded);
+    transliterator.apply(decoded, m_letters);
     return encode(decoded, 0xFF);
 }
 
 std::string toAscii(const std::string& text)
 {
-    static Transliterator transliterator("Any-Latin; Latin-ASCII");
+    static Transliterator transliterator("Any-Latin; Latin-ASCII", 0x7F);
     if (isAscii(text))
         return text;
     icu::UnicodeString decoded = decode(text);
-    transliterator.apply(decoded);
+    std::int32_t letters = decoded.length();
+    transliterator.apply(decoded, letters);
     return encode(decoded, 0x7F);
 }
 
@@ -137,12 +158,6 @@ std::string cutUtf8(const std::string& text, std::size_t most)
     while (size < text.size() && size > 0 && (text[size] & 0xC0) == 0x80)
         --size;
     return text.substr(0, size);
-}
-
-bool endsWith(const std::string& text, const std::string& ending)
-{
-    return text.size() >= ending.size() &&
-           text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
 }
 
 std::string withoutTrailingSeparators(std::string path)

@@ -3,6 +3,7 @@
 
 #include "enginelink/ascii.h"
 
+#include <cstdint>
 #include <string>
 
 namespace engine {
@@ -16,10 +17,19 @@ std::string toUtf8(const std::u16string& text);
 std::string toLatin1(const std::string& text);
 std::string toAscii(const std::string& text);
 
+/// Writes the texts of one item in Latin-1. To find letters for others takes some microseconds
+/// each, so it is done for as many as people write, and the rest becomes "?".
+class Latin1Writer
+{
+public:
+    std::string write(const std::string& text);
+
+private:
+    std::int32_t m_letters = 32 * 1024; ///< that may still be replaced
+};
+
 /// The beginning of `text`, at most `most` bytes, with no letter torn apart.
 std::string cutUtf8(const std::string& text, std::size_t most);
-
-bool endsWith(const std::string& text, const std::string& ending);
 
 /// `path` without the separators at its end; that of the root folder stays.
 std::string withoutTrailingSeparators(std::string path);

@@ -30,4 +30,10 @@ inline std::string toUpper(std::string text)
     return text;
 }
 
+inline bool endsWith(const std::string& text, const std::string& ending)
+{
+    return text.size() >= ending.size() &&
+           text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+}
+
 } // namespace engine

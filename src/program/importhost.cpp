@@ -7,6 +7,7 @@
 #include "interrupt.h"
 #include "jsonmodel.h"
 #include "logcollector.h"
+#include "lostpictures.h"
 #include "options.h"
 #include "sourcepaths.h"
 #include "summary.h"
@@ -17,8 +18,8 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSaveFile>
-#include <QtCore/QTemporaryFile>
 
+#include <algorithm>
 #include <cstdio>
 
 using Vesk::CImportContext;
@@ -74,14 +75,21 @@ void sayLog(const QList<LogCollector::Record>& records)
         say(QStringLiteral("… and %1 more").arg(records.size() - mostRecordsShown));
 }
 
-/// The import does not say when it cannot write its pictures.
-void sayUnwritableFolder(const QString& folder)
+/// What was lost for want of memory has left no other trace than the log.
+bool ranOutOfMemory(const QList<LogCollector::Record>& records)
 {
-    const QByteArray someBytes(64 * 1024, ' ');
-    QTemporaryFile file(folder + QStringLiteral("/.vspimport-XXXXXX"));
-    const bool written = file.open() && file.write(someBytes) == someBytes.size() && file.flush();
-    if (!written && QDir(folder).exists())
-        say(QStringLiteral("pictures cannot be written to %1: %2").arg(folder, file.errorString()));
+    return std::any_of(records.begin(), records.end(), [](const LogCollector::Record& record) {
+        return record.message.contains(QLatin1String("std::bad_alloc"));
+    });
+}
+
+/// Whether all that could be imported was. An import for conversion reports no failures.
+bool isComplete(const Options& options, const SourcePaths& paths, const ImportSession& session,
+                const QList<LogCollector::Record>& records)
+{
+    return session.errors().isEmpty() && (options.forConvert || session.unreported().isEmpty()) &&
+           paths.missing.isEmpty() && paths.special.isEmpty() && paths.unreadable.isEmpty() &&
+           !ranOutOfMemory(records);
 }
 
 QByteArray jsonOf(const SourcePaths& paths, const ImportSession& session,
@@ -165,8 +173,10 @@ int vspimportRun(const Options& options)
     QObject::connect(&interrupt, SIGNAL(interrupted()), &session, SLOT(stop()));
     const bool started = session.run(paths.sources, paths.undecodable);
     sayLog(log.records());
-    if (options.forImport || options.forConvert)
-        sayUnwritableFolder(CImportContext::instance()->configDir());
+    if (options.forImport || options.forConvert) {
+        for (const QString& reason : reasonsForLostPictures(session))
+            say(reason);
+    }
     if (!started)
         return CannotRun;
     const bool written = writeResults(options, paths, session, log);
@@ -175,7 +185,5 @@ int vspimportRun(const Options& options)
         return Interrupted;
     if (!written)
         return CannotRun;
-    const bool everything = session.errors().isEmpty() && paths.missing.isEmpty() &&
-                            paths.special.isEmpty() && paths.unreadable.isEmpty();
-    return everything ? AllImported : SomethingMissing;
+    return isComplete(options, paths, session, log.records()) ? AllImported : SomethingMissing;
 }

@@ -12,6 +12,7 @@
 #include "cimporttask.h"
 #include "cmovieinfomation.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QHash>
 #include <QtCore/QJsonArray>
 #include <QtCore/QMetaProperty>
@@ -43,6 +44,23 @@ QJsonObject propertiesToJson(const QObject* object)
     return json;
 }
 
+/// The path that `url`, of the module's making, has behind its prefix. The program's folder of
+/// pictures is an absolute path, which brings one of the slashes.
+QString imageFileOf(const QString& url)
+{
+    const QString path = url.mid(int(qstrlen("file:///")));
+    return path.isEmpty() || QDir::isAbsolutePath(path) ? path : QLatin1Char('/') + path;
+}
+
+/// The properties of an object that has an "imageUrl".
+QJsonObject picturedToJson(const QObject* object)
+{
+    QJsonObject json = propertiesToJson(object);
+    json.insert(QStringLiteral("imageFile"),
+                imageFileOf(json.value(QStringLiteral("imageUrl")).toString()));
+    return json;
+}
+
 /// An array of what `element` makes of 0 … count - 1.
 template <typename Element>
 QJsonArray arrayOf(int count, Element element)
@@ -55,7 +73,7 @@ QJsonArray arrayOf(int count, Element element)
 
 QJsonObject movieToJson(const CMovieInfomation* movie)
 {
-    QJsonObject json = propertiesToJson(movie);
+    QJsonObject json = picturedToJson(movie);
     json.remove(QStringLiteral("streamCount"));
     json.remove(QStringLiteral("metadataCount"));
     json.insert(QStringLiteral("streams"), arrayOf(movie->streamCount(), [movie](int i) {
@@ -102,13 +120,6 @@ QJsonObject dvdToJson(const CDVDInformation* dvd)
             {QStringLiteral("titles"), arrayOf(dvd->titleCount(), title)}};
 }
 
-/// Clips come to a host as pointers to a class that it does not know, but which is a QObject before
-/// all else.
-const QObject* asObject(const CBDFileClip* clip)
-{
-    return reinterpret_cast<const QObject*>(clip);
-}
-
 /// A Blu-ray disc; clips are referred to by their places in the files' lists.
 class DiscToJson
 {
@@ -138,7 +149,9 @@ private:
     {
         const QList<CBDFileClip*>& clips = file->clips();
         const QList<CBDFileClip*>& snapClips = file->snapClips();
-        const auto clip = [&clips](int i) { return propertiesToJson(asObject(clips.at(i))); };
+        const auto clip = [&clips](int i) {
+            return picturedToJson(CBDFile::clipObject(clips.at(i)));
+        };
         const auto snapClip = [&](int i) { return m_places.value(snapClips.at(i)).second; };
         return {{QStringLiteral("url"), file->url()},
                 {QStringLiteral("movieInfo"), movieToJson(file->movieInfo())},

@@ -2,6 +2,9 @@
 #include "enginemanager.h"
 
 #include "engineclient.h"
+#include "enginelink/ascii.h"
+#include "enginelink/log.h"
+#include "enginelink/timeline/timelinetext.h"
 #include "importer.h"
 #include "timeline/timelineeditor.h"
 #include "timeline/writtentimelines.h"
@@ -20,11 +23,16 @@ AVBased::IAVImporter* EngineManager::createNamedImporter(const char* name)
 AVBased::IAVImporter* EngineManager::createImporter(const char* utf8Path)
 {
     const std::string path = utf8Path ? utf8Path : "";
-    const Item item = {path, writtenTimeline(path)};
+    WrittenTimelines& timelines = WrittenTimelines::ofThisProcess();
+    const Item item = {path, timelines.find(path)};
+    if (!item.timeline && endsWith(path, timelineSuffix)) {
+        log(path + ": a timeline that this process has not written");
+        return nullptr;
+    }
     if (const ItemRecordPtr record = EngineClient::instance().describe(item))
         return new Importer(record);
     if (item.timeline)
-        removeWrittenTimeline(path);
+        timelines.remove(path);
     return nullptr;
 }
 

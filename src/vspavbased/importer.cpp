@@ -48,7 +48,7 @@ void Importer::release()
 {
     EngineClient::instance().forget(*m_record);
     if (m_record->item().timeline)
-        removeWrittenTimeline(m_record->item().path);
+        WrittenTimelines::ofThisProcess().remove(m_record->item().path);
     delete this;
 }
 

@@ -10,6 +10,10 @@
 #include <libbluray/log_control.h>
 #include <libbluray/meta_data.h>
 
+extern "C" {
+#include <libavutil/crc.h>
+}
+
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
@@ -64,6 +68,17 @@ public:
         const QString path = m_folder->filePath("image.iso");
         writeUdfImage(root(), path, "VOLUME");
         return path;
+    }
+    LoaderPtr open() const
+    {
+        LoaderPtr loader = openDisc(folder());
+        if (!loader)
+            qFatal("the disc cannot be opened");
+        return loader;
+    }
+    QString stream(int number) const
+    {
+        return path(QString("BDMV/STREAM/0000%1.m2ts").arg(number));
     }
     void addNumberedClip(int number, const Clip& clip, const QByteArray& stream) const
     {
@@ -121,6 +136,27 @@ void compareWithLibbluray(const QString& path)
     }
 }
 
+/// The stream with a registration of its video, as discs have it.
+QByteArray withRegistration(QByteArray stream)
+{
+    for (int at = 0; at + 192 <= stream.size(); at += 192) {
+        const QByteArray packet = stream.mid(at, 192);
+        const int video = packet.indexOf(QByteArray("\x1B\xF0\x11\xF0\x00", 5));
+        if (packet.mid(5, 2) != QByteArray("\x41\x00", 2) || video < 0)
+            continue;
+        const int length = quint8(packet[11]) + 6;
+        QByteArray section = packet.mid(9, length - 6 - 1);
+        section.replace(video + 4 - 9, 1, QByteArray("\x06\x05\x04HDMV"));
+        section[2] = char(length);
+        const quint32 sum =
+            av_crc(av_crc_get_table(AV_CRC_32_IEEE), ~0u,
+                   reinterpret_cast<const uchar*>(section.constData()), size_t(section.size()));
+        section.append(reinterpret_cast<const char*>(&sum), 4);
+        stream.replace(at + 9, section.size(), section);
+    }
+    return stream;
+}
+
 } // namespace
 
 class BlurayTest : public QObject
@@ -153,8 +189,7 @@ private Q_SLOTS:
             twoClocks.sequences.append({5000, 50 * second, 55 * second});
             disc.addClip("00002", twoClocks);
             disc.addPlaylist("00000", items, marks);
-            const LoaderPtr loader = openDisc(disc.folder());
-            QVERIFY(loader);
+            const LoaderPtr loader = disc.open();
             QCOMPARE(titleText(loader, "00000.mpls"), QString(text));
         };
         const authoring::Item part = item("00001", 602, 606);
@@ -195,6 +230,9 @@ private Q_SLOTS:
         disc.addPlaylist("00005", items, {{0, 0}});
         disc.addPlaylist("00004", items, {{0, 0}, {0, second}});
         disc.addPlaylist("00003", items, {{0, 0}});
+        authoring::Item dubbed = items[0];
+        dubbed.streams[1].language = "deu";
+        disc.addPlaylist("00002", {dubbed}, {{0, 0}});
         disc.addPlaylist("00001", {{"00001", 5, 5}}, {{0, 0}});
         const QByteArray whole = authoring::playlist(items, {});
         disc.write("BDMV/PLAYLIST/00006.mpls", whole.left(whole.size() / 2));
@@ -207,11 +245,10 @@ private Q_SLOTS:
         setLogReceiver([](const char* message,
                           void* list) { static_cast<QStringList*>(list)->append(message); },
                        &messages);
-        const LoaderPtr loader = openDisc(disc.folder());
+        const LoaderPtr loader = disc.open();
         setLogReceiver(nullptr, nullptr);
-        QVERIFY(loader);
         QCOMPARE(namesOf(loader->titleList()),
-                 QStringList({"00003.mpls", "00004.mpls", "00010.mpls"}));
+                 QStringList({"00002.mpls", "00003.mpls", "00004.mpls", "00010.mpls"}));
         for (const char* name : {"00001.mpls", "00006.mpls", "00007.mpls"})
             QCOMPARE(messages.filter(name).size(), 1);
     }
@@ -225,9 +262,8 @@ private Q_SLOTS:
                         {0x1200, 0x90, 0, "fra"},    {0x1400, 0x91, 0, "eng"},
                         {0x1A00, 0x77, 0, {}}};
         disc.addNumberedClip(1, clip, "not looked at");
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        const LoaderPtr loader = disc.open();
+        const AVMovieInfo* movie = streamFile(loader, disc.stream(1));
         QVERIFY(movie);
         QStringList streams;
         for (quint32 i = 0; i < movie->streamCount; ++i) {
@@ -251,21 +287,24 @@ private Q_SLOTS:
             disc.addStream("00001", fixturePath("bluray_streams/closed.m2ts")).sequences[0].start;
         disc.addPlaylist("00000", {{"00001", start + 5 * second, start + 20 * second}}, {});
         disc.write("BDMV/CLIPINF/00001.clpi", "HDMV0200 and no more");
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
+        const QByteArray stream = withRegistration(contentOf(disc.stream(1)));
+        QVERIFY(stream.contains(QByteArray("\x11\xF0\x06\x05\x04HDMV")));
+        writeFile(disc.stream(1), stream);
+        const LoaderPtr loader = disc.open();
+        const AVMovieInfo* movie = streamFile(loader, disc.stream(1));
         QCOMPARE(movie->streamCount, 2u);
-        QCOMPARE(movie->streams[0].id, 0x1011);
-        QCOMPARE(movie->streams[0].codecName, "h264");
-        QCOMPARE(movie->streams[1].id, 0x1100);
+        QCOMPARE(QString("%1: ").arg(movie->streams[0].id) + textOf(movie->streams[0]),
+                 QString("4113: 1 h264   1280x720 25/1 16:9 H264"));
+        QCOMPARE(QString("%1: ").arg(movie->streams[1].id) + textOf(movie->streams[1]),
+                 QString("4352: 2 ac3 eng  48000Hz 2ch 3"));
         QVERIFY(qAbs(movie->streams[0].duration - 20.0) < 0.1);
         const BDPlayInfo* title = loader->titleInfo("00000.mpls");
         QCOMPARE(title->inTimes[0], 5.0);
         QVERIFY(qAbs(title->outTimes[0] - 20.0) < 0.1);
     }
 
-    /// Clip information has one code for all sound of more than two channels.
-    void findsChannelsInTheStream()
+    /// Clip information has one code for all sound of more than two channels, and few for rates.
+    void findsSoundInTheStream()
     {
         const auto expectChannels = [](int channels, const QByteArray& stream,
                                        bool asImage = false) {
@@ -274,7 +313,7 @@ private Q_SLOTS:
             clip.streams = {{0x1011, 0x1B, 0x53, {}},
                             {0x1100, 0x81, 0x61, "eng"},
                             {0x1101, 0x83, 0x61, "deu"},
-                            {0x1102, 0x81, 0x31, "fra"}};
+                            {0x1102, 0x03, 0x30, "fra"}};
             disc.addNumberedClip(1, clip, stream);
             const QString path = asImage ? disc.image() : disc.folder();
             const LoaderPtr loader = openDisc(path);
@@ -288,6 +327,7 @@ private Q_SLOTS:
             }
             QCOMPARE(movie->streams[1].language, "eng");
             QCOMPARE(movie->streams[3].channels, 2);
+            QCOMPARE(movie->streams[3].sampleRate, channels ? 44100 : 0);
         };
         const QByteArray whole = contentOf(fixturePath("bluray_streams/surround.m2ts"));
         expectChannels(6, whole);
@@ -305,8 +345,7 @@ private Q_SLOTS:
         clip.streams[1].formatAndRate = 0x61;
         for (int i = 0; i < 40; ++i)
             disc.addNumberedClip(i, clip, stream + stream.left(i * 192));
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
+        const LoaderPtr loader = disc.open();
         QByteArray channels;
         for (const QString& file : namesOf(loader->fileList()))
             channels += QByteArray::number(streamFile(loader, file)->streams[1].channels);
@@ -323,8 +362,7 @@ private Q_SLOTS:
             clip.sequences[0].end = quint32(1 + i * 7919);
             disc.addNumberedClip(i, clip, {});
         }
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
+        const LoaderPtr loader = disc.open();
         const QStringList files = namesOf(loader->fileList());
         QCOMPARE(files.size(), 400);
         for (int i = 0; i < files.size(); ++i) {
@@ -355,47 +393,36 @@ private Q_SLOTS:
 
     void tellsProtection()
     {
-        const TestDisc disc;
-        disc.addClip("00001", plainClip(0, 10));
-        disc.addPlaylist("00001", {{"00001", 0, second}}, {});
         for (const QString file : {"AACS/Unit_Key_RO.inf", "BDSVM/00000.svm"}) {
+            const TestDisc disc;
+            disc.addNumberedClip(1, plainClip(0, 10), {});
             disc.write(file, "key");
-            const LoaderPtr loader = openDisc(disc.folder());
-            QVERIFY(loader);
-            QCOMPARE(int(loader->discInfo(0)->scrambled), 1);
-            QCOMPARE(namesOf(loader->titleList()).size(), 1);
-            QVERIFY(QFile::remove(disc.path(file)));
+            QCOMPARE(int(disc.open()->discInfo(0)->scrambled), 1);
         }
     }
 
-    /// Their names have eight letters and three, and are often of upper case.
-    void readsDiscsOfCameras()
+    /// Discs of cameras have names of eight letters and three, often of upper case; and of damaged
+    /// files the copies are read.
+    void findsFilesElsewhere()
     {
-        const TestDisc disc;
-        disc.write("BDMV/PLAYLIST/00000.MPL",
-                   authoring::playlist({{"00001", 600 * second, 605 * second}}, {}));
-        disc.write("BDMV/CLIPINF/00001.CPI", authoring::clipInformation(plainClip(600, 10)));
-        disc.write("BDMV/STREAM/00001.MTS", "stream");
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
-        QCOMPARE(titleText(loader, "00000.MPL"), QString("00001:0-5"));
-        QCOMPARE(namesOf(loader->fileList()), QStringList(disc.path("BDMV/STREAM/00001.MTS")));
-    }
-
-    void usesTheCopies()
-    {
-        const TestDisc disc;
         const QByteArray playlist =
             authoring::playlist({{"00001", 600 * second, 605 * second}}, {});
-        disc.write("BDMV/BACKUP/PLAYLIST/00001.mpls", playlist);
-        disc.write("BDMV/BACKUP/CLIPINF/00001.clpi",
-                   authoring::clipInformation(plainClip(600, 10)));
-        disc.write("BDMV/CLIPINF/00001.clpi", QByteArray(1000, '\xFF'));
-        const LoaderPtr loader = openDisc(disc.folder());
-        QVERIFY(loader);
+        const QByteArray clip = authoring::clipInformation(plainClip(600, 10));
+        const TestDisc camera;
+        camera.write("BDMV/PLAYLIST/00000.MPL", playlist);
+        camera.write("BDMV/CLIPINF/00001.CPI", clip);
+        camera.write("BDMV/STREAM/00001.MTS", "stream");
+        LoaderPtr loader = camera.open();
+        QCOMPARE(titleText(loader, "00000.MPL"), QString("00001:0-5"));
+        QCOMPARE(namesOf(loader->fileList()), QStringList(camera.path("BDMV/STREAM/00001.MTS")));
+
+        const TestDisc damaged;
+        damaged.write("BDMV/BACKUP/PLAYLIST/00001.mpls", playlist);
+        damaged.write("BDMV/BACKUP/CLIPINF/00001.clpi", clip);
+        damaged.write("BDMV/CLIPINF/00001.clpi", QByteArray(1000, '\xFF'));
+        loader = damaged.open();
         QCOMPARE(titleText(loader, "00001.mpls"), QString("00001:0-5"));
-        const AVMovieInfo* movie = streamFile(loader, disc.path("BDMV/STREAM/00001.m2ts"));
-        QCOMPARE(movie->streams[0].duration, 10.0);
+        QCOMPARE(streamFile(loader, damaged.stream(1))->streams[0].duration, 10.0);
     }
 };
 

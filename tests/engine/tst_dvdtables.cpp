@@ -4,7 +4,11 @@
 #include "dvd/maintitle.h"
 #include "dvd/titlelayout.h"
 #include "dvd/titleset.h"
+#include "engineobjects.h"
+#include "files.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
 using namespace engine;
@@ -26,54 +30,64 @@ struct CellSketch
     int block = 0;
 };
 
-/// Writes a program chain in which each of `programs` begins with that cell.
-void putChain(Bytes& ifo, int offset, const QList<CellSketch>& cells, const QList<int>& programs)
+using Chain = QList<CellSketch>;
+using Chapters = QList<QPair<int, int>>; ///< by chain and program
+
+/// Writes a program chain, in which each cell is a program; where it ends.
+std::size_t putChain(Bytes& ifo, std::size_t offset, const Chain& cells)
 {
-    const int map = 236;
-    const int playback = map + programs.size();
-    const int position = playback + 24 * cells.size();
-    put(ifo, offset + 2, programs.size(), 1);
-    put(ifo, offset + 3, cells.size(), 1);
-    put(ifo, offset + 230, map, 2);
-    put(ifo, offset + 232, playback, 2);
-    put(ifo, offset + 234, position, 2);
-    for (int i = 0; i < programs.size(); ++i)
-        put(ifo, offset + map + i, programs[i], 1);
-    for (int i = 0; i < cells.size(); ++i) {
-        put(ifo, offset + playback + 24 * i, cells[i].block, 1);
-        put(ifo, offset + playback + 24 * i + 6, cells[i].seconds / 10 * 16 + cells[i].seconds % 10,
-            1);
-        put(ifo, offset + playback + 24 * i + 7, 0x40, 1);
-        put(ifo, offset + position + 4 * i, 1, 2);
-        put(ifo, offset + position + 4 * i + 3, i + 1, 1);
+    const std::size_t count = std::size_t(cells.size());
+    const std::size_t playback = 236 + count;
+    const std::size_t position = playback + 24 * count;
+    put(ifo, offset + 2, unsigned(count << 8 | count), 2);
+    put(ifo, offset + 230, 236, 2);
+    put(ifo, offset + 232, unsigned(playback), 2);
+    put(ifo, offset + 234, unsigned(position), 2);
+    for (std::size_t i = 0; i < count; ++i) {
+        const CellSketch& cell = cells[int(i)];
+        put(ifo, offset + 236 + i, unsigned(i + 1), 1);
+        put(ifo, offset + playback + 24 * i, unsigned(cell.block), 1);
+        put(ifo, offset + playback + 24 * i + 6,
+            unsigned(cell.seconds / 10 * 16 + cell.seconds % 10) << 8 | 0x40, 2);
+        put(ifo, offset + playback + 24 * i + 20, 400, 4);
+        put(ifo, offset + position + 4 * i, 1 << 16 | unsigned(i + 1), 4);
     }
+    return offset + position + 4 * count;
 }
 
-/// A set of one title, whose chapters are given as chain and program, in two chains.
-Bytes titleSetOf(const QList<QPair<int, int>>& chapters, const QList<CellSketch>& first,
-                 const QList<CellSketch>& second)
+Bytes titleSetOf(const QList<Chapters>& titles, const QList<Chain>& chains)
 {
-    const int chapterTable = 2048;
-    const int chainTable = 2 * 2048;
-    Bytes ifo(3 * 2048);
+    const std::size_t chapterTable = 2048;
+    std::size_t end = chapterTable + 8 + 4 * std::size_t(titles.size());
+    Bytes ifo(chapterTable);
     std::copy_n("DVDVIDEO-VTS", 12, ifo.begin());
-    put(ifo, 0xC8, 1, 4);
-    put(ifo, 0xCC, 2, 4);
     put(ifo, 0x200, 0x10, 1); // PAL
-    put(ifo, chapterTable, 1, 2);
-    put(ifo, chapterTable + 4, 12 + 4 * chapters.size() - 1, 4);
-    put(ifo, chapterTable + 8, 12, 4);
-    for (int i = 0; i < chapters.size(); ++i) {
-        put(ifo, chapterTable + 12 + 4 * i, chapters[i].first, 2);
-        put(ifo, chapterTable + 14 + 4 * i, chapters[i].second, 2);
+    put(ifo, chapterTable, unsigned(titles.size()), 2);
+    for (int i = 0; i < titles.size(); ++i) {
+        put(ifo, chapterTable + 8 + 4 * std::size_t(i), unsigned(end - chapterTable), 4);
+        for (const auto& [chain, program] : titles[i])
+            put(ifo, end, unsigned(chain) << 16 | unsigned(program), 4), end += 4;
     }
-    put(ifo, chainTable, 2, 2);
-    put(ifo, chainTable + 4, 2047, 4);
-    put(ifo, chainTable + 12, 100, 4);
-    put(ifo, chainTable + 20, 1000, 4);
-    putChain(ifo, chainTable + 100, first, {1, 2});
-    putChain(ifo, chainTable + 1000, second, {1});
+    put(ifo, chapterTable + 4, unsigned(end - chapterTable - 1), 4);
+    const std::size_t chainTable = (end / 2048 + 1) * 2048;
+    put(ifo, 0xC8, 1, 4);
+    put(ifo, 0xCC, unsigned(chainTable / 2048), 4);
+    put(ifo, chainTable, unsigned(chains.size()), 2);
+    end = chainTable + 8 + 8 * std::size_t(chains.size());
+    for (int i = 0; i < chains.size(); ++i) {
+        put(ifo, chainTable + 12 + 8 * std::size_t(i), unsigned(end - chainTable), 4);
+        end = putChain(ifo, end, chains[i]);
+    }
+    put(ifo, chainTable + 4, unsigned(end - chainTable - 1), 4);
     return ifo;
+}
+
+/// The titles that are read from it.
+std::vector<Title> titlesIn(const Bytes& ifo)
+{
+    IfoFindings findings("test");
+    const auto set = parseTitleSet(ifo, findings);
+    return set ? set->titles : std::vector<Title>();
 }
 
 DvdTitle titleOf(std::initializer_list<std::pair<int, int>> cells)
@@ -118,28 +132,76 @@ private Q_SLOTS:
     void aTitlePlaysItsChainsAndOneAngle()
     {
         // The second chain has a block of three angles between two plain cells.
-        const Bytes ifo = titleSetOf({{1, 1}, {1, 2}, {2, 1}}, {{10}, {20}},
-                                     {{5}, {30, 0x50}, {30, 0x90}, {30, 0xD0}, {7}});
-        IfoFindings findings("test");
-        const auto set = parseTitleSet(ifo, findings);
-        QVERIFY(set && set->titles.size() == 1);
-        const Title& title = set->titles.front();
-        QCOMPARE(inSeconds(title.duration), 72.0);
-        QCOMPARE(title.cells.size(), std::size_t(5));
-        QCOMPARE(title.chapterStarts,
+        const auto titles =
+            titlesIn(titleSetOf({{{1, 1}, {1, 2}, {2, 1}}},
+                                {{{10}, {20}}, {{5}, {30, 0x50}, {30, 0x90}, {30, 0xD0}, {7}}}));
+        QCOMPARE(inSeconds(titles.at(0).duration), 72.0);
+        QCOMPARE(titles[0].cells.size(), std::size_t(5));
+        QCOMPARE(titles[0].chapterStarts,
                  (std::vector<Ticks>{0, 10 * ticksPerSecond, 30 * ticksPerSecond}));
     }
 
     /// And the title begins where its first chapter does.
     void chaptersThatLeadNowhereAreLeftOut()
     {
-        const Bytes ifo = titleSetOf({{0, 1}, {1, 2}, {1, 0}, {1, 3}, {3, 1}, {0xFFFF, 0xFFFF}},
-                                     {{10}, {20}}, {});
-        IfoFindings findings("test");
-        const auto set = parseTitleSet(ifo, findings);
-        QVERIFY(set);
-        QCOMPARE(set->titles.at(0).chapterStarts, std::vector<Ticks>{0});
-        QCOMPARE(inSeconds(set->titles.at(0).duration), 20.0);
+        const auto titles = titlesIn(titleSetOf(
+            {{{0, 1}, {1, 2}, {1, 0}, {1, 3}, {3, 1}, {0xFFFF, 0xFFFF}}}, {{{10}, {20}}, {}}));
+        QCOMPARE(titles.at(0).chapterStarts, std::vector<Ticks>{0});
+        QCOMPARE(inSeconds(titles[0].duration), 20.0);
+    }
+
+    /// 99 sets of 99 titles, with too many cells each and a video of zeros.
+    void boundsDiscs()
+    {
+        QList<Chain> chains;
+        Chapters chapters;
+        for (int i = 1; i <= 20; ++i) {
+            chains << Chain(QVector<CellSketch>(250, {4}).toList());
+            chapters << qMakePair(i, 1);
+        }
+        QList<Chapters> titles;
+        while (titles.size() < 99)
+            titles << chapters;
+        const Bytes ifo = titleSetOf(titles, chains);
+        std::size_t cells = 0;
+        for (const Title& title : titlesIn(ifo))
+            cells += title.cells.size();
+        QCOMPARE(cells, std::size_t(50000));
+
+        const QTemporaryDir folder;
+        for (int i = 1; i <= 99; ++i) {
+            const QString set =
+                folder.filePath(QString("VIDEO_TS/VTS_%1_").arg(i, 2, 10, QChar('0')));
+            writeFile(set + "0.IFO",
+                      QByteArray(reinterpret_cast<const char*>(ifo.data()), int(ifo.size())));
+            writeFile(set + "1.VOB", QByteArray(1 << 20, 0));
+        }
+        QElapsedTimer timer;
+        timer.start();
+        const ImporterPtr importer = openItem(folder.path());
+        QVERIFY(importer);
+        QCOMPARE(importer->movieCount(), 99u);
+        for (int movie = 0; movie < 99; ++movie) {
+            const SourcePtr source = openVideo(importer, movie, 0x1E0);
+            for (int position = 0; source && position < 100000; position += 1000)
+                QVERIFY(!frameAt(*source, position));
+        }
+        QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    /// Addresses outside of the files, for every cell again.
+    void boundsLayouts()
+    {
+        TitleSet set;
+        set.cellAddresses.assign(200000, {1, 1, 5000, 6000});
+        Title title;
+        title.cells.resize(5000);
+        for (Cell& cell : title.cells)
+            cell.vobId = cell.cellId = 1;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(TitleLayout(set, title, 400).vobus().empty());
+        QVERIFY(timer.elapsed() < 1000);
     }
 
     /// The cells 2 and 3 are angles of the same time, and lie in turns.

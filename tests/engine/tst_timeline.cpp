@@ -3,6 +3,7 @@
 // Edit timelines, from the records that a host passes in to the frames that it gets back.
 #include "blurayloader.h"
 #include "files.h"
+#include "enginelink/timeline/timelinetext.h"
 #include "vspavbased/isimpleedittimeline.h"
 
 #include <QtCore/QElapsedTimer>
@@ -10,6 +11,7 @@
 #include <QtTest/QtTest>
 
 #include <locale>
+#include <sstream>
 #include <sys/stat.h>
 
 using namespace AVBased;
@@ -88,6 +90,22 @@ Clock clockOf(IAVFrame* frame)
     return clock;
 }
 
+/// Whether the first frame at each position is the one that is shown there, when the second file
+/// begins at 20 s.
+bool showsFrames(const OpenTimeline& timeline, const QList<int>& positions)
+{
+    for (const int position : positions) {
+        std::int64_t timeMs = -1;
+        IAVFrame* frame =
+            timeline.source ? frameAt(*timeline.source, position, 1, &timeMs) : nullptr;
+        const Clock clock = clockOf(frame);
+        if (clock.file != (position < 20000 ? 'c' : 'o') || timeMs != position / 40 * 40 ||
+            qAbs(clock.time - position % 20000 / 1000.0) >= 0.3)
+            return false;
+    }
+    return true;
+}
+
 const QString closedStream = "bluray_streams/closed.m2ts";
 const QString openStream = "bluray_streams/open.m2ts";
 const QString stillStream = "bluray_streams/still.m2ts";
@@ -99,27 +117,20 @@ class TimelineTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    /// The first frame is the one that is shown at the position, every time.
     void seeksToTheFrame()
     {
+        QList<int> positions;
+        for (int i = 0; i < 60; ++i)
+            positions << i * 7919 % 30000;
         // On a disc there is a map of entry points; elsewhere libav searches.
-        for (const auto& [first, second] :
-             {std::pair<QString, QString>("bluray/disc/BDMV/STREAM/00001.m2ts",
-                                          "bluray/disc/BDMV/STREAM/00002.m2ts"),
-              {"bluray/disc-250.iso/BDMV/STREAM/00001.m2ts",
-               "bluray/disc-102.iso/BDMV/STREAM/00002.m2ts"},
-              {closedStream, openStream}}) {
-            const OpenTimeline timeline({{first, 20000}, {second, 10000}});
-            QVERIFY(timeline.source);
-            for (int i = 0; i < 60; ++i) {
-                const int position = i * 7919 % 30000;
-                std::int64_t timeMs = -1;
-                const Clock clock = clockOf(frameAt(*timeline.source, position, 1, &timeMs));
-                QCOMPARE(clock.file, position < 20000 ? 'c' : 'o');
-                QCOMPARE(timeMs, position / 40 * 40);
-                QVERIFY2(qAbs(clock.time - position % 20000 / 1000.0) < 0.3, qPrintable(first));
-            }
-        }
+        const std::pair<const char*, const char*> files[] = {
+            {"bluray/disc/BDMV/STREAM/00001.m2ts", "bluray/disc/BDMV/STREAM/00002.m2ts"},
+            {"bluray/disc-250.iso/BDMV/STREAM/00001.m2ts",
+             "bluray/disc-102.iso/BDMV/STREAM/00002.m2ts"},
+            {"bluray_streams/closed.m2ts", "bluray_streams/open.m2ts"}};
+        for (const auto& [first, second] : files)
+            QVERIFY2(showsFrames(OpenTimeline({{first, 20000}, {second, 10000}}), positions),
+                     first);
     }
 
     /// One file of two recordings, each with its own time stamps.
@@ -138,14 +149,8 @@ private Q_SLOTS:
             clip.entryPoints.append({entry.time, entry.packet + packets});
         disc.addClip("00001", clip);
 
-        const OpenTimeline timeline({{file, 30000}});
-        for (const int position : {0, 15000, 19990, 20000, 20030, 20500, 29000, 3000}) {
-            std::int64_t timeMs = -1;
-            const Clock clock = clockOf(frameAt(*timeline.source, position, 1, &timeMs));
-            QCOMPARE(clock.file, position < 20000 ? 'c' : 'o');
-            QCOMPARE(timeMs, position / 40 * 40);
-            QVERIFY(qAbs(clock.time - position % 20000 / 1000.0) < 0.3);
-        }
+        QVERIFY(showsFrames(OpenTimeline({{file, 30000}}),
+                            {0, 15000, 19990, 20000, 20030, 20500, 29000, 3000}));
     }
 
     void playsInOrder()
@@ -173,6 +178,8 @@ private Q_SLOTS:
         QVERIFY(timeline.source->readFrame(&time, &frame, &flags, 1));
         QCOMPARE(clockOf(frame).file, 's');
         QVERIFY(!frameAt(*timeline.source, 3040));
+        for (const int position : {100, 2100, 500, 2010}) // one file is open at a time
+            QVERIFY(frameAt(*timeline.source, position) && openFiles().filter(".m2ts").size() == 1);
     }
 
     void unusableFilesKeepTheirPlace()
@@ -250,14 +257,6 @@ private Q_SLOTS:
         QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
     }
 
-    void opensOneFileAtATime()
-    {
-        const OpenTimeline timeline({{closedStream, 2000}, {openStream, 2000}, {stillStream, 40}});
-        QCOMPARE(openFiles().filter(".m2ts"), QStringList());
-        for (const int position : {100, 2100, 500, 4010})
-            QVERIFY(frameAt(*timeline.source, position) && openFiles().filter(".m2ts").size() == 1);
-    }
-
     /// Stills of a single frame, as many as menus have: no rounding may add up.
     void manySourcesStayInPlace()
     {
@@ -294,8 +293,15 @@ private Q_SLOTS:
             format.width = format.height = ++count;
             QCOMPARE(timeline->applyFormat(&format), count);
         }
+        struct Grouping : std::numpunct<char>
+        {
+            char do_thousands_sep() const override { return '.'; }
+            std::string do_grouping() const override { return "\3"; }
+        };
         const QTemporaryDir folder;
+        const std::locale before = std::locale::global({std::locale(), new Grouping});
         timeline->saveToFile(folder.filePath("t.seix").toUtf8().constData());
+        std::locale::global(before);
         QCOMPARE(contentOf(folder.filePath("t.seix")),
                  QByteArray("vspimport timeline 1\n"
                             "\nsource\n  file /b?movieid=1\n  movie 2\n  video -2\n  audio 3\n"
@@ -306,66 +312,49 @@ private Q_SLOTS:
                             "  subtitle -2\n  in 0\n  out 1000\n  size 3x3\n"));
     }
 
-    void writesTheSameInAnyLocale()
+    void knowsTheRulesOfTimelines()
     {
-        struct Grouping : std::numpunct<char>
-        {
-            char do_thousands_sep() const override { return '.'; }
-            std::string do_grouping() const override { return "\3"; }
+        const auto wrongLine = [](const QByteArray& lines, const char* version = "1") {
+            std::istringstream text("vspimport timeline " +
+                                    (version + ('\n' + lines)).toStdString());
+            engine::Timeline timeline;
+            return engine::parseTimeline(text, timeline);
         };
-        const std::locale before = std::locale::global({std::locale(), new Grouping});
-        const OpenTimeline timeline({{closedStream, 20000}});
-        std::locale::global(before);
-        QVERIFY(timeline.source && frameAt(*timeline.source, 15000));
+        QCOMPARE(wrongLine(""), 0);
+        QCOMPARE(wrongLine("", "2"), 1);
+        QCOMPARE(wrongLine("# by hand\n\nsource\n\tfile /a b \n  words of tomorrow\n"), 0);
+        QCOMPARE(wrongLine("source\nfile /a"), 0);
+        QCOMPARE(wrongLine("file /a\n"), 2);
+        for (const char* line :
+             {"file a", "file", "file /%4", "file /a%00b", "out 99999999999", "in -1", "size 20x"})
+            QCOMPARE(wrongLine(QByteArray("source\n") + line), 3);
+        QCOMPARE(wrongLine(QByteArray("source\n").repeated(200001)), 200002);
     }
 
-    void refusesTimelines()
-    {
-        const QTemporaryDir folder;
-        const auto opens = [&folder](const QByteArray& lines, int version = 1) {
-            const QByteArray head = "vspimport timeline " + QByteArray::number(version) + '\n';
-            const ImporterPtr importer =
-                openItem(writeFile(folder.filePath("t.seix"), head + lines));
-            const SourcePtr source = openVideo(importer);
-            // None of the files is there.
-            return importer && !openVideo(importer, 1) && !openVideo(importer, 0, 1) &&
-                   !frameAt(*source, 0);
-        };
-        QVERIFY(opens(""));
-        QVERIFY(!opens("", 2));
-        QVERIFY(opens("# made by hand\n\nsource\n\tfile /a b \n  words of tomorrow\n"));
-        QVERIFY(opens("source\nfile /a"));
-        for (const char* lines :
-             {"file /a\n", "source\nfile a\n", "source\nfile\n", "source\nfile /%4\n",
-              "source\nfile /a%00b\n", "source\nout 99999999999\n", "source\nin -1\n",
-              "source\nsize 20x\n"})
-            QVERIFY2(!opens(lines), lines);
-        QVERIFY(!opens(QByteArray("source\n").repeated(200001)));
-    }
-
-    /// Hosts leave timeline files in the temporary folder.
-    void removesOnlyItsOwnFiles()
+    /// A timeline may name any file, and hosts leave theirs in the temporary folder.
+    void opensAndRemovesOnlyItsOwn()
     {
         const QTemporaryDir folder;
         const QString own = folder.filePath("own.seix");
         const QString copy = folder.filePath("copy.seix");
+        const QString link = folder.filePath("link.seix");
+        const QString film = folder.filePath("film.seix");
         saveTimeline({{closedStream, 1000}}, own);
-        QVERIFY(QFile::copy(own, copy));
-        for (const QString& path : {own, copy}) {
-            ImporterPtr importer = openItem(path);
-            QVERIFY(importer && QFile::exists(path));
-            importer.reset();
-            QCOMPARE(QFile::exists(path), path == copy);
+        QVERIFY(QFile::copy(own, copy) && QFile::link(own, link) &&
+                QFile::copy(absolutePath(closedStream), film));
+        for (const QString& path : {copy, link, film, own}) {
+            QCOMPARE(bool(openItem(path)), path == own);
+            QCOMPARE(QFile::exists(path), path != own);
         }
 
         saveTimeline({{closedStream, 1000}}, own);
         ImporterPtr importer = openItem(own);
-        QVERIFY(importer && QFile::remove(own) && QFile::copy(copy, own));
+        QVERIFY(importer && QFile::remove(own) && QFile::copy(copy, own) && !openItem(own));
         importer.reset();
         QVERIFY(QFile::exists(own));
 
         saveTimeline({{closedStream, 1000}}, folder.filePath("no/such/folder.seix"));
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 2);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files).size(), 4);
     }
 };
 

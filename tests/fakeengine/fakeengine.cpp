@@ -3,6 +3,9 @@
 
 #include "fakeobject.h"
 
+#include <QtCore/QRegularExpression>
+
+#include <algorithm>
 #include <cstring>
 
 AVBased::AVStreamInfo fakeStream(int kind, int id, double duration)
@@ -23,12 +26,6 @@ AVBased::AVMovieInfo FakeMovie::record() const
             tags.data(),      "fake"};
 }
 
-FakeEngine::FakeEngine()
-{
-    reset();
-}
-
-/// Never destroyed: the import context lets go of its converter when the process ends.
 FakeEngine& FakeEngine::instance()
 {
     static FakeEngine* const engine = new FakeEngine;
@@ -37,34 +34,16 @@ FakeEngine& FakeEngine::instance()
 
 void FakeEngine::reset()
 {
+    static_cast<FakeScript&>(*this) = FakeScript();
     QMutexLocker lock(&m_mutex);
-    items.clear();
-    discs.clear();
-    anyTimeline.reset();
-    failing.clear();
-    pictureFormat = 30;
-    topDown = true;
-    hook = nullptr;
     m_calls.clear();
-    m_misuses.clear();
-    // The converter belongs to the import context, for the rest of the process.
-    std::vector<std::unique_ptr<FakeObject>> kept;
-    for (auto& object : m_objects) {
-        if (!object->isReleased() && object->name() == QLatin1String("converter"))
-            kept.push_back(std::move(object));
-    }
-    m_objects = std::move(kept);
+    m_leftovers.clear();
 }
 
-QStringList FakeEngine::calls(const QString& prefix) const
+QStringList FakeEngine::calls(const QString& pattern) const
 {
     QMutexLocker lock(&m_mutex);
-    QStringList found;
-    for (const QString& call : m_calls) {
-        if (call.startsWith(prefix))
-            found.append(call);
-    }
-    return found;
+    return m_calls.filter(QRegularExpression(pattern));
 }
 
 void FakeEngine::forgetCalls()
@@ -73,21 +52,10 @@ void FakeEngine::forgetCalls()
     m_calls.clear();
 }
 
-QStringList FakeEngine::misuses() const
+QStringList FakeEngine::leftovers() const
 {
     QMutexLocker lock(&m_mutex);
-    return m_misuses;
-}
-
-QStringList FakeEngine::living() const
-{
-    QMutexLocker lock(&m_mutex);
-    QStringList names;
-    for (const auto& object : m_objects) {
-        if (!object->isReleased() && object->name() != QLatin1String("converter"))
-            names.append(object->name());
-    }
-    return names;
+    return m_leftovers;
 }
 
 bool FakeEngine::note(const QString& call, bool isMisuse)
@@ -96,13 +64,30 @@ bool FakeEngine::note(const QString& call, bool isMisuse)
         QMutexLocker lock(&m_mutex);
         m_calls.append(call);
         if (isMisuse)
-            m_misuses.append(call);
+            m_leftovers.append(call);
     }
-    if (hook)
-        hook(call);
-    for (const QString& prefix : failing) {
-        if (call.startsWith(prefix))
-            return false;
-    }
-    return true;
+    if (hook && call.startsWith(hooked))
+        hook();
+    return std::none_of(failing.begin(), failing.end(),
+                        [&call](const QString& prefix) { return call.startsWith(prefix); });
+}
+
+void FakeEngine::on(const char* call, const std::function<void()>& action)
+{
+    hooked = call;
+    hook = action;
+}
+
+void FakeEngine::noteRelease(const QString& name)
+{
+    QMutexLocker lock(&m_mutex);
+    m_leftovers.removeOne(name);
+}
+
+void FakeEngine::keepObject(std::unique_ptr<FakeObject> object)
+{
+    QMutexLocker lock(&m_mutex);
+    if (object->name() != "converter")
+        m_leftovers.append(object->name());
+    m_objects.push_back(std::move(object));
 }

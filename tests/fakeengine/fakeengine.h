@@ -6,8 +6,8 @@
 //   FakeItem        what the engine finds at a path; FakeDisc what its Blu-ray loader finds there
 //   fakeobjects     the objects that the module gets
 //
-// Objects are never freed before reset(), so that whatever is called after a release() is noticed:
-// it is noted in misuses(), as is a second release. Callable from any thread.
+// Objects are never freed, so that whatever is called after a release() is noticed: it is noted in
+// leftovers(), as is a second release. Callable from any thread.
 #pragma once
 
 #include "vspavbased/bdrecords.h"
@@ -86,59 +86,70 @@ struct FakeBdTitle
     std::vector<FakePlayInfo> chapters;
 };
 
+struct FakeFile
+{
+    QByteArray name;
+    FakeMovie movie;
+};
+
 struct FakeDisc
 {
     QByteArray name;
-    std::vector<std::pair<QByteArray, FakeMovie>> files;
+    std::vector<FakeFile> files;
     std::vector<FakeBdTitle> titles;
 };
 
-class FakeObject;
-
-class FakeEngine
+/// What a test says.
+struct FakeScript
 {
-public:
-    static FakeEngine& instance();
-
-    /// Forgets script, memory and objects.
-    void reset();
-
     QHash<QByteArray, FakeItem> items; ///< by the path that the engine is given
     QHash<QByteArray, FakeDisc> discs;
     std::optional<FakeItem> anyTimeline; ///< for paths that end in ".seix"
     QStringList failing;                 ///< calls that begin so give null
-    int pictureFormat;
-    bool topDown;
+    int pictureFormat = 30;
+    bool topDown = true;
 
-    /// Runs with each call before it is carried out; may throw, or wait.
-    std::function<void(const QString& call)> hook;
+    QString hooked;             ///< before calls that begin so are carried out,
+    std::function<void()> hook; ///< this runs, which may throw or wait
+};
 
-    /// Everything that was called, in order, as far as it begins with `prefix`:
-    /// "createImporter /a.mp4", "source.seek 100" …
-    QStringList calls(const QString& prefix = {}) const;
+class FakeObject;
+
+class FakeEngine : public FakeScript
+{
+public:
+    /// Never destroyed: the import context lets go of its converter when the process ends.
+    static FakeEngine& instance();
+
+    /// Forgets script and memory.
+    void reset();
+
+    /// What was called, in order, as far as it matches: "createImporter /a.mp4",
+    /// "source.seek 100" …
+    QStringList calls(const QString& pattern = {}) const;
     void forgetCalls();
-    /// Calls of objects that were released before; empty when all is well.
-    QStringList misuses() const;
-    /// Objects that were handed out and not released.
-    QStringList living() const;
+    /// Objects that were handed out and not released, the context's converter left aside; and calls
+    /// of those that were released before.
+    QStringList leftovers() const;
 
+    void on(const char* call, const std::function<void()>& action);
     /// Whether it does not fail.
     bool note(const QString& call, bool isMisuse = false);
+    void noteRelease(const QString& name);
     /// The object, which belongs to the engine.
     template <typename T>
     T* keep(std::unique_ptr<T> object)
     {
         T* const kept = object.get();
-        QMutexLocker lock(&m_mutex);
-        m_objects.push_back(std::move(object));
+        keepObject(std::move(object));
         return kept;
     }
 
 private:
-    FakeEngine();
+    void keepObject(std::unique_ptr<FakeObject> object);
 
     mutable QMutex m_mutex;
     QStringList m_calls;
-    QStringList m_misuses;
+    QStringList m_leftovers;
     std::vector<std::unique_ptr<FakeObject>> m_objects;
 };

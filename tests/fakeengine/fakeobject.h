@@ -5,6 +5,8 @@
 
 #include <QtCore/QTextStream>
 
+#include <utility>
+
 /// "operation argument argument".
 template <typename... Arguments>
 QString callText(const QString& operation, const Arguments&... arguments)
@@ -24,7 +26,6 @@ public:
     {}
     virtual ~FakeObject() = default;
 
-    bool isReleased() const { return m_released; }
     QString name() const { return m_name; }
 
 protected:
@@ -34,10 +35,12 @@ protected:
         const QString name = m_name + '.' + operation;
         return FakeEngine::instance().note(callText(name, arguments...), m_released);
     }
+    /// It is over also when the call throws.
     void released()
     {
-        called("release");
-        m_released = true;
+        FakeEngine& engine = FakeEngine::instance();
+        engine.noteRelease(m_name);
+        engine.note(m_name + ".release", std::exchange(m_released, true));
     }
 
 private:

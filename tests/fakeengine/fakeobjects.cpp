@@ -13,6 +13,9 @@
 #include "vspavbased/imovieinfoext.h"
 #include "vspavbased/isimpleedittimeline.h"
 
+#include <QtCore/QSize>
+
+#include <algorithm>
 #include <cstring>
 #include <deque>
 
@@ -45,8 +48,7 @@ public:
                    std::int32_t mode) override
     {
         called("readFrame", mode);
-        const char read = m_reads.at(qMin(m_number, m_reads.size() - 1));
-        ++m_number;
+        const char read = m_reads.at(qMin(m_number++, m_reads.size() - 1));
         const bool hasFrame = read == 'f' || read == 'l';
         *frame = hasFrame ? reinterpret_cast<IAVFrame*>(&m_number) : nullptr;
         *positionMs = 0;
@@ -67,8 +69,7 @@ class FakeConverter : public FakeObject, public IImageConverter, public IAVPictu
 public:
     FakeConverter(unsigned width, unsigned height)
         : FakeObject("converter")
-        , m_width(int(width))
-        , m_height(int(height))
+        , m_size(int(width), int(height))
         , m_pixels(size_t(width) * height)
     {}
 
@@ -85,8 +86,8 @@ public:
     std::int32_t pixelFormat() override { return FakeEngine::instance().pictureFormat; }
     void dimensions(std::int32_t* width, std::int32_t* height) override
     {
-        *width = m_width;
-        *height = m_height;
+        *width = m_size.width();
+        *height = m_size.height();
     }
     bool isTopDown() override { return FakeEngine::instance().topDown; }
     void* plane(std::int32_t index, std::int32_t*, std::int32_t*, std::int32_t*) override
@@ -95,16 +96,15 @@ public:
     }
 
 private:
-    int m_width;
-    int m_height;
+    QSize m_size;
     std::vector<std::uint32_t> m_pixels;
 };
 
 class FakeImporter : public FakeObject, public IAVImporter, public IMovieInfoExt, public IDVDInfo
 {
 public:
-    explicit FakeImporter(const FakeItem& item)
-        : FakeObject("importer")
+    explicit FakeImporter(const FakeItem& item, const char* name = "importer")
+        : FakeObject(name)
         , m_item(item)
     {
         for (const FakeMovie& movie : m_item.movies)
@@ -226,38 +226,18 @@ public:
         return called("discInfo") ? &m_info : nullptr;
     }
 
-    IBDList* fileList() override
-    {
-        if (!called("fileList"))
-            return nullptr;
-        auto* list = make<FakeList>();
-        for (const auto& file : m_disc.files)
-            list->append(file.first);
-        return list;
-    }
-
-    IBDList* titleList() override
-    {
-        if (!called("titleList"))
-            return nullptr;
-        auto* list = make<FakeList>();
-        for (const FakeBdTitle& title : m_disc.titles)
-            list->append(title.name);
-        return list;
-    }
+    IBDList* fileList() override { return called("fileList") ? listOf(m_disc.files) : nullptr; }
+    IBDList* titleList() override { return called("titleList") ? listOf(m_disc.titles) : nullptr; }
 
     const AVMovieInfo* fileMovieInfo(const char* name) override
     {
-        for (const auto& file : m_disc.files) {
-            if (file.first == name)
-                return &m_movies.emplace_back(file.second.record());
-        }
-        return nullptr;
+        const FakeFile* found = find(m_disc.files, name);
+        return found ? &m_movies.emplace_back(found->movie.record()) : nullptr;
     }
 
     const BDPlayInfo* titleInfo(const char* title) override
     {
-        const FakeBdTitle* found = find(title);
+        const FakeBdTitle* found = find(m_disc.titles, title);
         return called("titleInfo", title) && found ? keep(found->play) : nullptr;
     }
 
@@ -265,7 +245,7 @@ public:
     {
         called("chapters", title);
         auto& records = m_chapters.emplace_back();
-        if (const FakeBdTitle* found = find(title)) {
+        if (const FakeBdTitle* found = find(m_disc.titles, title)) {
             for (const FakePlayInfo& chapter : found->chapters)
                 records.push_back(*keep(chapter));
         }
@@ -284,13 +264,21 @@ private:
         BDPlayInfo record{};
     };
 
-    const FakeBdTitle* find(const char* name) const
+    template <typename T>
+    static const T* find(const std::vector<T>& items, const char* name)
     {
-        for (const FakeBdTitle& title : m_disc.titles) {
-            if (title.name == name)
-                return &title;
-        }
-        return nullptr;
+        const auto found = std::find_if(items.begin(), items.end(),
+                                        [name](const T& item) { return item.name == name; });
+        return found == items.end() ? nullptr : &*found;
+    }
+
+    template <typename T>
+    static IBDList* listOf(const std::vector<T>& items)
+    {
+        auto* list = make<FakeList>();
+        for (const T& item : items)
+            list->append(item.name);
+        return list;
     }
 
     const BDPlayInfo* keep(const FakePlayInfo& info)
@@ -301,13 +289,9 @@ private:
             play.out.push_back(clip.out);
             play.clips.append(clip.file);
         }
-        play.record = {info.claimedClips.value_or(play.clips.count()),
-                       &play.clips,
-                       play.in.data(),
-                       play.out.data(),
-                       info.timeStamp,
-                       info.duration,
-                       {}};
+        const quint32 count = info.claimedClips.value_or(play.clips.count());
+        play.record = {count,         &play.clips, play.in.data(), play.out.data(), info.timeStamp,
+                       info.duration, {}};
         return &play.record;
     }
 
@@ -325,25 +309,18 @@ QString nameOf(const char* utf8Path)
     return path.endsWith(".seix") ? QString("(timeline)") : path;
 }
 
-class FakeTimeline : public FakeObject, public IAVImporter, public ISimpleEditTimeLine
+class FakeTimeline : public FakeImporter, public ISimpleEditTimeLine
 {
 public:
     FakeTimeline()
-        : FakeObject("timeline")
+        : FakeImporter(FakeItem(), "timeline")
     {}
 
-    const AVImporterDescriptor* descriptor() override { return nullptr; }
     void* queryExtension(const char* name) override
     {
         called("queryExtension", name);
         return static_cast<ISimpleEditTimeLine*>(this);
     }
-    std::uint32_t movieCount() override { return 0; }
-    const AVMovieInfo* movieInfo(std::uint32_t) override { return nullptr; }
-    IAVSource* openSource(std::int32_t, std::int32_t, std::int32_t) override { return nullptr; }
-    void close() override { called("close"); }
-    void release() override { released(); }
-
     void saveToFile(const char* utf8Path) override { called("saveToFile", nameOf(utf8Path)); }
     std::int32_t applyFormat(const FormatRecord* f) override
     {

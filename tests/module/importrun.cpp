@@ -7,7 +7,6 @@
 #include "vsputils/cvesklog.h"
 
 #include <QtCore/QMutexLocker>
-#include <QtTest/QtTest>
 
 using namespace Vesk;
 
@@ -81,9 +80,10 @@ CImportReply* ImportRun::open(const QStringList& paths)
     source.setSources(paths);
     reply.reset(model.open(source));
     CImportReply* r = reply.get();
-    const auto listen = [this, r](auto signal, auto&& text) {
-        connect(
-            r, signal, this, [this, text] { note(text()); }, Qt::DirectConnection);
+    /// Notes what `text` makes of the signal's arguments.
+    const auto listen = [this, r](auto signal, auto text) {
+        const auto receive = [this, text](auto... arguments) { note(text(arguments...)); };
+        connect(r, signal, this, receive, Qt::DirectConnection);
     };
     listen(&CImportReply::importPercentChanged,
            [r] { return QString("importPercentChanged %1").arg(r->importPercent()); });
@@ -93,17 +93,13 @@ CImportReply* ImportRun::open(const QStringList& paths)
     listen(&CImportReply::snapFinished, [] { return "snapFinished"; });
     listen(&CImportReply::terminated, [] { return "terminated"; });
     listen(&CImportReply::finished, [] { return "finished"; });
-
-    const auto noteUrl = [this](const QString& url) { note("importUrl " + url); };
-    connect(r, &CImportReply::importUrl, this, noteUrl, Qt::DirectConnection);
-    const auto noteTask = [this](CImportTask* task, CImportReply::ProcessType type) {
-        if (type == CImportReply::ImportDone)
+    listen(&CImportReply::importUrl, [](const QString& url) { return "importUrl " + url; });
+    listen(&CImportReply::taskProcess, [this](CImportTask* task, CImportReply::ProcessType type) {
+        const bool isNew = type == CImportReply::ImportDone;
+        if (isNew)
             tasks.emplace_back(task);
-        note((type == CImportReply::ImportDone ? "taskProcess ImportDone "
-                                               : "taskProcess SnapDone ") +
-             task->url());
-    };
-    connect(r, &CImportReply::taskProcess, this, noteTask, Qt::DirectConnection);
+        return QString("taskProcess %1 %2").arg(isNew ? "ImportDone" : "SnapDone", task->url());
+    });
     return r;
 }
 
@@ -134,6 +130,11 @@ void ImportRun::note(const QString& event)
 {
     QMutexLocker lock(&m_mutex);
     m_events.append(event);
+}
+
+void EngineTest::cleanup()
+{
+    QCOMPARE(engine.leftovers(), "");
 }
 
 ImportFolder::ImportFolder()

@@ -5,6 +5,7 @@
 #include "cimportreply.h"
 #include "cimportsource.h"
 #include "cimporttask.h"
+#include "comparetext.h"
 #include "fakeengine.h"
 #include "files.h"
 
@@ -64,6 +65,29 @@ private:
     QStringList m_events;
     QStringList m_log;
 };
+
+/// A test with the scripted engine: anew for each function, and nothing of it left at the end.
+class EngineTest : public QObject
+{
+    Q_OBJECT
+
+protected:
+    FakeEngine& engine = FakeEngine::instance();
+
+private Q_SLOTS:
+    void init() { engine.reset(); }
+    void cleanup();
+};
+
+/// What `text` makes of each value, with ", " between.
+template <typename T, typename Text>
+QString joined(const std::initializer_list<T>& values, Text text)
+{
+    QStringList texts;
+    for (const T& value : values)
+        texts << text(value);
+    return texts.join(", ");
+}
 
 /// A folder for a test with files in it, and the import context set to it and to defaults: pictures
 /// go to "pictures" below it, "*.mp4;*.avi;" are imported.

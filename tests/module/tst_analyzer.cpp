@@ -4,12 +4,8 @@
 #include "csourceanalyzer.h"
 #include "importrun.h"
 
-#include <QtTest/QtTest>
-
-#include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Vesk;
 
@@ -42,26 +38,38 @@ class AnalyzerTest : public QObject
 private Q_SLOTS:
     void classifies()
     {
-        const auto found = [](const QStringList& files, const QString& path, int size = 1) {
+        const auto expect = [](const char* files, const char* path, const char* visited,
+                               int size = 1) {
             const ImportFolder folder;
-            for (const QString& file : files)
+            for (const QString& file : QString(files).split(' '))
                 QFile::resize(folder.file(file), size);
             CSourceAnalyzer analyzer;
-            return visits(analyzer, folder.path(path), folder.path({})).join(", ");
+            QCOMPARE(visits(analyzer, folder.path(path), folder.path({})),
+                     visited + QString("finished"));
         };
-        QCOMPARE(found({"a"}, "b"), QString("finished"));
-        QCOMPARE(found({"a.mp4"}, "a.mp4"), QString("1 a.mp4, finished"));
-        QCOMPARE(found({"a"}, "a"), QString("1 a, finished"));
-        QCOMPARE(found({"Film.ISO"}, "Film.ISO"), QString("4 Film.ISO, finished"));
-        QCOMPARE(found({"film.Ifo"}, "film.Ifo", 10485760), QString("1 film.Ifo, finished"));
-        QCOMPARE(found({"film.Ifo"}, "film.Ifo", 10485761), QString("64 film.Ifo, finished"));
-        QCOMPARE(found({"d/VIDEO_TS/a.vob", "d/BDMV/x", "d/e"}, "d"), QString("32 d, finished"));
+        expect("a", "b", "");
+        expect("a.mp4", "a.mp4", "1 a.mp4, ");
+        expect("a", "a", "1 a, ");
+        expect("Film.ISO", "Film.ISO", "4 Film.ISO, ");
+        expect("film.Ifo", "film.Ifo", "1 film.Ifo, ", 10485760);
+        expect("film.Ifo", "film.Ifo", "64 film.Ifo, ", 10485761);
+        expect("d/VIDEO_TS/a.vob d/BDMV/x d/e", "d", "32 d, ");
         // A file that is called like the folder of a disc counts as one.
-        QCOMPARE(found({"d/BDAV", "d/a.mp4"}, "d"), QString("16 d, finished"));
-        QCOMPARE(found({"a/b/BDMV/x", "a/b/c.mp4", "a/d.mp4", "a/e/f.mkv"}, "a"),
-                 QString("1 a/d.mp4, 1 a/e/f.mkv, 16 a/b, finished"));
-        QCOMPARE(found({"d/VIDEO_TS/VTS_01_1.VOB"}, "d/VIDEO_TS"),
-                 QString("1 d/VIDEO_TS/VTS_01_1.VOB, finished"));
+        expect("d/BDAV d/a.mp4", "d", "16 d, ");
+        expect("a/b/BDMV/x a/b/c.mp4 a/d.mp4 a/e/f.mkv", "a", "1 a/d.mp4, 1 a/e/f.mkv, 16 a/b, ");
+        expect("d/VIDEO_TS/a.VOB", "d/VIDEO_TS", "1 d/VIDEO_TS/a.VOB, ");
+    }
+
+    /// Asking for the real path of each folder takes minutes for these.
+    void walksAsDeepAsPathsGo()
+    {
+        const ImportFolder folder;
+        QString path = folder.path("a");
+        while (path.size() < 4000)
+            path += "/b";
+        folder.file(path.mid(folder.path({}).size()) + "/1.mp4");
+        CSourceAnalyzer analyzer;
+        QCOMPARE(visits(analyzer, folder.path("a"), path), "1 1.mp4, finished");
     }
 
     void endsInLinkCycles()
@@ -74,34 +82,20 @@ private Q_SLOTS:
         CSourceAnalyzer analyzer;
         for (int pass = 0; pass < 2; ++pass) {
             const QStringList found = visits(analyzer, folder.path("a"), folder.path("a/b"));
-            QCOMPARE(found.size(), 2);
-            QVERIFY(found.first().endsWith("c.mp4"));
+            QVERIFY(found.size() == 2 && found.first().endsWith("c.mp4"));
         }
     }
 
     void leavesSpecialFilesAndHiddenOnesAlone()
     {
         const ImportFolder folder;
-        const QString dir = folder.path("a");
-        folder.file("a/.hidden.mp4");
+        const QString dir = QFileInfo(folder.file("a/.hidden.mp4")).path();
         QCOMPARE(mkfifo(qPrintable(dir + "/pipe.mp4"), 0600), 0);
         CSourceAnalyzer analyzer;
         for (const QString& path : {dir, dir + "/pipe.mp4", QString("/dev/null")})
-            QCOMPARE(visits(analyzer, path, dir), QStringList("finished"));
+            QCOMPARE(visits(analyzer, path, dir), "finished");
         // Named by itself, a hidden file is meant.
-        QCOMPARE(visits(analyzer, dir + "/.hidden.mp4", dir),
-                 QStringList({"1 .hidden.mp4", "finished"}));
-    }
-
-    void namesWhatQtCannotDecode()
-    {
-        const ImportFolder folder;
-        folder.file(u8"a/caf\u00e9.mp4");
-        const QByteArray name = QFile::encodeName(folder.path("a")) + "/caf\xe9.mp4";
-        QCOMPARE(close(creat(name.constData(), 0600)), 0);
-        CSourceAnalyzer analyzer;
-        QCOMPARE(visits(analyzer, folder.path("a"), folder.path("a")),
-                 QStringList({u8"1 caf\u00e9.mp4", u8"1 caf\ufffd.mp4", "finished"}));
+        QCOMPARE(visits(analyzer, dir + "/.hidden.mp4", dir), "1 .hidden.mp4, finished");
     }
 
     void stops()
@@ -110,18 +104,13 @@ private Q_SLOTS:
         for (const char* name : {"a/1.mp4", "a/2.mp4", "a/b/3.mp4"})
             folder.file(name);
         CSourceAnalyzer analyzer;
-        int visited = 0;
         // Called from a receiver, it must not wait for itself.
-        connect(&analyzer, &CSourceAnalyzer::visit, [&] {
-            ++visited;
-            analyzer.stop();
-        });
+        connect(&analyzer, &CSourceAnalyzer::visit, [&] { analyzer.stop(); });
         const QString base = folder.path("a");
         QCOMPARE(visits(analyzer, base, base).size(), 2);
-        QCOMPARE(visited, 1);
         QVERIFY(analyzer.isStopped());
-        QCOMPARE(visits(analyzer, base, base), QStringList("finished"));
-        QCOMPARE(visits(analyzer, base + "/1.mp4", base), QStringList({"1 1.mp4", "finished"}));
+        QCOMPARE(visits(analyzer, base, base), "finished");
+        QCOMPARE(visits(analyzer, base + "/1.mp4", base), "1 1.mp4, finished");
     }
 
     void finishesAfterAnException()

@@ -8,8 +8,6 @@
 #include "cimporttask_p.h"
 #include "importrun.h"
 
-#include <QtTest/QtTest>
-
 #include <limits>
 
 using namespace Vesk;
@@ -47,37 +45,12 @@ QString clipsOf(const Player* player)
 
 } // namespace
 
-class ProbingTest : public QObject
+class ProbingTest : public EngineTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { FakeEngine::instance().reset(); }
-
-    void cleanup()
-    {
-        QCOMPARE(FakeEngine::instance().misuses(), QStringList());
-        QCOMPARE(FakeEngine::instance().living(), QStringList());
-    }
-
-    void severalMoviesLeaveTheLastOnesValues()
-    {
-        const ImportFolder folder;
-        AVBased::AVStreamInfo video = fakeStream(AVBased::StreamKindVideo, 1, 20.0);
-        video.width = 640;
-        FakeItem item;
-        item.movies = {movie("first", 1, {video, video}),
-                       movie("", 2, {fakeStream(AVBased::StreamKindAudio, 1, 5.0)})};
-        const TaskPtr task = probeFile(folder.file("clip.mp4"), item);
-        QCOMPARE(task->taskType(), CImportTask::AudioTask);
-        QCOMPARE(task->movieInfo()->movieName(), QString("clip"));
-        QCOMPARE(task->movieInfo()->movieId(), 2);
-        QCOMPARE(task->movieInfo()->streamCount(), 1);
-        QCOMPARE(task->movieInfo()->duration(), 5.0);
-        QCOMPARE(task->movieInfo()->stream(0)->width(), 640);
-    }
-
-    void typeAndNameOfAFile()
+    void mediaFiles()
     {
         const ImportFolder folder;
         const auto probed = [&folder](const QString& name, const std::vector<FakeMovie>& movies) {
@@ -88,11 +61,31 @@ private Q_SLOTS:
             return (isVideo ? "video " : "audio ") + task->movieInfo()->movieName();
         };
         QCOMPARE(probed("clip.part1.mkv", {movie("", 0, {fakeStream(2), fakeStream(1)})}),
-                 QString("video clip"));
-        QCOMPARE(probed("clip.mkv", {movie("", 0, {fakeStream(2), fakeStream(3)})}),
-                 QString("audio clip"));
-        QCOMPARE(probed(".clip.mkv", {movie("", 0)}), QString("audio "));
-        QCOMPARE(probed("clip.mp4", {}), QString("audio "));
+                 "video clip");
+        QCOMPARE(probed("clip.mkv", {movie("", 0, {fakeStream(2), fakeStream(3)})}), "audio clip");
+        QCOMPARE(probed(".clip.mkv", {movie("", 0)}), "audio ");
+        QCOMPARE(probed("clip.mp4", {}), "audio ");
+
+        // Several movies leave the last one's values.
+        AVBased::AVStreamInfo video = fakeStream(AVBased::StreamKindVideo, 1, 20.0);
+        video.width = 640;
+        FakeItem item;
+        item.movies = {movie("first", 1, {video, video}),
+                       movie("", 2, {fakeStream(AVBased::StreamKindAudio, 1, 5.0)})};
+        const TaskPtr task = probeFile(folder.file("clip.mp4"), item);
+        const CMovieInfomation* info = task->movieInfo();
+        QCOMPARE(task->taskType(), CImportTask::AudioTask);
+        QCOMPARE(info->movieName(), "clip");
+        QVERIFY(info->movieId() == 2 && info->streamCount() == 1 && info->duration() == 5.0);
+        QCOMPARE(info->stream(0)->width(), 640);
+
+        const QString image = folder.file("disc.iso", QByteArray(2048, 0));
+        const auto size = [](const TaskPtr& task) { return task ? task->size() : "no task"; };
+        QCOMPARE(size(probeFile(image, videoItem())), "2 KB");
+        QCOMPARE(size(probeDvd(dvdOf({}), image)), "2 KB");
+        QCOMPARE(size(probeBluray({}, image)), "2 KB");
+        QCOMPARE(size(probeDvd(dvdOf({}), folder.path({}))), "0 B");
+        QCOMPARE(size(probeBluray({}, folder.path({}))), "0 B");
     }
 
     void protectedFiles()
@@ -112,47 +105,40 @@ private Q_SLOTS:
         CImportContext::instance()->setDrmSupport(true);
         QVERIFY(isImported("1"));
         CImportContext::instance()->setDrmSupport(false);
-        FakeEngine::instance().failing = QStringList("importer.queryExtension IMovieInfoExt");
+        engine.failing = QStringList("importer.queryExtension IMovieInfoExt");
         QVERIFY(isImported("1"));
-    }
 
-    void longestStreamIsTheDuration()
-    {
+        // The longest stream's.
         const auto duration = [](const QList<double>& durations) {
             FakeMovie description;
             for (const double seconds : durations)
                 description.streams.push_back(fakeStream(2, 0, seconds));
             const AVBased::AVMovieInfo record = description.record();
             CMovieInfomation info;
-            return CImportReplyPrivate::fillMovieInfo(&record, &info) ? info.duration() : -1.0;
+            CImportReplyPrivate::fillMovieInfo(&record, &info);
+            return QString::number(info.duration());
         };
-        QCOMPARE(duration({10.0, 12.5, 3.0}), 12.5);
-        QCOMPARE(duration({-4.0}), 0.0);
-        QCOMPARE(duration({5.0, std::numeric_limits<double>::quiet_NaN()}), 5.0);
-        QCOMPARE(duration({}), 0.0);
-        CMovieInfomation info;
-        QVERIFY(!CImportReplyPrivate::fillMovieInfo(nullptr, &info));
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        QCOMPARE(joined<QList<double>>({{10.0, 12.5, 3.0}, {-4.0}, {5.0, nan}, {}}, duration),
+                 "12.5, 0, 5, 0");
+        CMovieInfomation untouched;
+        QVERIFY(!CImportReplyPrivate::fillMovieInfo(nullptr, &untouched));
     }
 
-    void dvdName()
+    void dvds()
     {
-        const auto name = [](const QByteArray& movie) {
+        const auto name = [](const char* movie) {
             FakeItem item = dvdOf({}, movie);
             item.scrambled = true;
             const TaskPtr task = probeDvd(item);
             return task->dvdInfo()->isScrambled() ? task->dvdInfo()->dvdName() : "not scrambled";
         };
-        QCOMPARE(name("DISC _1"), QString("DISC")); // as the engine makes it
-        QCOMPARE(name("DISC_1"), QString("DIS"));
-        QCOMPARE(name("DISC_12"), QString("DISC_12"));
-        QCOMPARE(name("DISC_2"), QString("DISC_2"));
-        QCOMPARE(name("_1"), QString());
-    }
+        // The first one is as the engine makes it.
+        QCOMPARE(joined({"DISC _1", "DISC_1", "DISC_12", "DISC_2", "_1"}, name),
+                 "DISC, DIS, DISC_12, DISC_2, ");
 
-    void dvdChapters()
-    {
-        const auto chapters = [](double duration, const std::vector<double>& times) {
-            const TaskPtr task = probeDvd(dvdOf({{1, {{duration, times}}}}));
+        const auto chapters = [](const FakeTitle& fake) {
+            const TaskPtr task = probeDvd(dvdOf({{1, {fake}}}));
             const CDVDTitle* title = task->dvdInfo()->title(0);
             QStringList texts;
             for (int i = 0; i < title->chapterCount(); ++i) {
@@ -162,15 +148,13 @@ private Q_SLOTS:
             }
             return texts.join(' ');
         };
-        QCOMPARE(chapters(120, {0}), QString("0-120"));
-        QCOMPARE(chapters(300, {0, 60, 61, 200}), QString("0-60 61-200 200-300"));
-        QCOMPARE(chapters(30, {10, 20}), QString("10-20 20-40"));
-        QCOMPARE(chapters(100, {0, 50, 20}), QString("0-50 20-100"));
-        QCOMPARE(chapters(100, {}), QString());
-    }
+        const auto titles = {FakeTitle{120, {0}}, FakeTitle{300, {0, 60, 61, 200}},
+                             FakeTitle{30, {10, 20}}, FakeTitle{100, {0, 50, 20}},
+                             FakeTitle{100, {}}};
+        QCOMPARE(joined(titles, chapters),
+                 "0-120, 0-60 61-200 200-300, 10-20 20-40, 0-50 20-100, ");
 
-    void dvdTracksStayWithinTheRecord()
-    {
+        // What is counted beyond the record is not read.
         FakeTitle title;
         title.record.audio[0] = {"ac3", "de", "normal", 0x80, 6, 48000, 1};
         title.record.audioCount = 4000000000U;
@@ -179,23 +163,17 @@ private Q_SLOTS:
         const TaskPtr task = probeDvd(dvdOf({{1, {title}}}));
         const CDVDTitle* made = task->dvdInfo()->title(0);
         QCOMPARE(made->trackCount(), 8);
-        const CDVDTrack* track = made->track(0);
-        QCOMPARE(QStringList({track->text1(), track->text2(), track->text3()}).join(' '),
-                 QString("ac3 de normal"));
-        QCOMPARE(
-            QList<int>({track->number1(), track->number2(), track->number3(), track->number4()}),
-            QList<int>({0x80, 6, 48000, 1}));
-        QCOMPARE(made->subtitleCount(), 2);
-        QCOMPARE(made->subtitle(1)->name(), QString("fr"));
-        QCOMPARE(made->subtitle(1)->streamId(), 0x21U);
-    }
+        const CDVDTrack* t = made->track(0);
+        QCOMPARE(QStringList({t->text1(), t->text2(), t->text3()}), "ac3, de, normal");
+        QCOMPARE(QList<int>({t->number1(), t->number2(), t->number3(), t->number4()}),
+                 QList<int>({0x80, 6, 48000, 1}));
+        QVERIFY(made->subtitleCount() == 2 && made->subtitle(1)->streamId() == 0x21);
+        QCOMPARE(made->subtitle(1)->name(), "fr");
 
-    void dvdWithoutContent()
-    {
         QVERIFY(!probeDvd(FakeItem(), "/media/"));
         QVERIFY(!TaskPtr(CImportReplyPrivate::createImportTaskForDvd("/missing/")));
-        const TaskPtr task = probeDvd(dvdOf({}));
-        QVERIFY(task && task->dvdInfo()->titleCount() == 0);
+        const TaskPtr empty = probeDvd(dvdOf({}));
+        QVERIFY(empty && empty->dvdInfo()->titleCount() == 0);
         CDVDInformation info;
         QVERIFY(!CImportReplyPrivate::fillDvdInfo(nullptr, &info));
     }
@@ -209,7 +187,7 @@ private Q_SLOTS:
         disc.titles[2].name = "liar";
         disc.titles[2].play.claimedClips = 10000000;
         disc.titles[3].name = "silent";
-        FakeEngine::instance().failing = QStringList("loader.titleInfo silent");
+        engine.failing = QStringList("loader.titleInfo silent");
         disc.titles[4].name = "chaptered";
         // More clips than the title has: those have no file.
         disc.titles[4].chapters = {{{}, 0, 0, 10000000},
@@ -221,26 +199,20 @@ private Q_SLOTS:
         for (int i = 0; i < info->titleCount(); ++i)
             ids.append(info->title(i)->titleId());
         QCOMPARE(ids, QList<int>({0, 1, -1, -1, 4}));
-        QCOMPARE(clipsOf(info->title(0)), QString("b:0-5 a:0-7"));
+        QCOMPARE(clipsOf(info->title(0)), "b:0-5 a:0-7");
         QCOMPARE(info->title(4)->chapterCount(), 1);
-        QCOMPARE(clipsOf(info->title(4)->chapter(0)), QString("b:1-2 a:3-4"));
+        QCOMPARE(clipsOf(info->title(4)->chapter(0)), "b:1-2 a:3-4");
         QCOMPARE(info->title(4)->chapter(0)->title(), info->title(4));
-    }
 
-    void blurayWithoutLists()
-    {
-        FakeDisc disc;
-        disc.name = "name";
-        disc.files = {{"a", {}}};
-        const auto fileCountWithout = [&disc](const QString& call) {
-            FakeEngine::instance().failing = QStringList(call);
+        const auto filesWithout = [&](const char* call) {
+            engine.failing = QStringList(call);
             const TaskPtr task = probeBluray(disc);
-            return task ? task->bdInfo()->fileCount() : -1;
+            return task ? QString::number(task->bdInfo()->fileCount()) : "none";
         };
-        QCOMPARE(fileCountWithout("loader.titleList"), 1);
-        QCOMPARE(fileCountWithout("loader.fileList"), 0);
-        QCOMPARE(fileCountWithout("loader.discInfo"), -1);
-        QCOMPARE(fileCountWithout("createBDLoader"), -1);
+        QCOMPARE(
+            joined({"loader.titleList", "loader.fileList", "loader.discInfo", "createBDLoader"},
+                   filesWithout),
+            "2, 0, none, none");
         QVERIFY(!TaskPtr(CImportReplyPrivate::createImportTaskForBd("/missing")));
     }
 };

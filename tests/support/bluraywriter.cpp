@@ -74,7 +74,7 @@ QByteArray playItem(const Item& item)
     bytes.u32(item.in).u32(item.out).zeros(12);
     if (hasAngles)
         bytes.u8(2).u8(0).bytes(item.secondAngle).bytes("M2TS").u8(0);
-    return withLength16(bytes.bytes(streamTable(usualStreams())).result());
+    return withLength16(bytes.bytes(streamTable(item.streams)).result());
 }
 
 QByteArray sequenceInfo(const QList<Sequence>& sequences)

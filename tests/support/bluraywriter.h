@@ -41,6 +41,9 @@ struct Clip
     QList<EntryPoint> entryPoints;
 };
 
+/// What playlists and menus of authored discs have: 720p at 25 frames, stereo AC-3 in English.
+QList<Stream> usualStreams();
+
 struct Item
 {
     QByteArray clip;
@@ -48,6 +51,7 @@ struct Item
     quint32 out;
     quint8 sequence = 0;
     QByteArray secondAngle = {}; ///< the clip that a second angle plays
+    QList<Stream> streams = usualStreams();
 };
 
 struct Mark
@@ -56,9 +60,6 @@ struct Mark
     quint32 time;
     quint8 kind = 1; ///< 1 begins a chapter, 2 is for menus
 };
-
-/// What playlists and menus of authored discs have: 720p at 25 frames, stereo AC-3 in English.
-QList<Stream> usualStreams();
 
 QByteArray clipInformation(const Clip& clip);
 QByteArray playlist(const QList<Item>& items, const QList<Mark>& marks);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "bluray/bdloader.h"
 #include "engine.h"
+#include "enginelink/ascii.h"
+#include "enginelink/timeline/timelinetext.h"
 #include "libavlog.h"
 #include "picture/imageconverter.h"
 #include "timeline/timelineeditor.h"
@@ -22,8 +24,11 @@ public:
 
     AVBased::IAVImporter* createImporter(const char* utf8Path) override
     {
-        return engine::writtenTimeline(utf8Path) ? engine::openTimeline(utf8Path)
-                                                 : engine::openItem(utf8Path);
+        const std::string path = utf8Path;
+        if (!engine::endsWith(path, engine::timelineSuffix))
+            return engine::openItem(path);
+        return engine::WrittenTimelines::ofThisProcess().find(path) ? engine::openTimeline(path)
+                                                                    : nullptr;
     }
 
     void beginImport() override {}

@@ -10,8 +10,9 @@ namespace engine {
 namespace {
 
 /// Clips in the chapters of all titles together. A title of n clips that begins a chapter with each
-/// has about n²/2; a disc of five hundred such titles of a hundred clips is within bounds.
-constexpr std::size_t mostChapterClips = 4000000;
+/// has about n²/2; a disc of eighty such titles of a hundred clips is within bounds, and real ones
+/// have a few such. A host needs some hundred bytes for each.
+constexpr std::size_t mostChapterClips = 500000;
 
 } // namespace
 

@@ -20,12 +20,21 @@ namespace engine {
 
 namespace {
 
-/// Clips and marks of all playlists together. The richest real discs have some ten thousand.
-constexpr std::size_t mostEntries = 1000000;
+/// Of all playlists together: the playlists, clips and marks, of which the richest real discs have
+/// some ten thousand, and the streams that their clips list.
+constexpr std::size_t mostEntries = 100000;
+constexpr std::size_t mostListedStreams = 1000000;
+
+/// Files of the disc, and streams of all files together; ten times what the richest discs have.
+constexpr std::size_t mostFiles = 20000;
+constexpr std::size_t mostStreams = 50000;
 
 /// Reading the navigation of one disc. An optical drive takes a good part of a second to find one
 /// of the hundreds of small files that a disc may have.
 constexpr std::chrono::minutes discLimit{2};
+
+/// Looking into the stream files of one disc, for what its navigation does not tell.
+constexpr std::chrono::seconds streamLimit{8};
 
 const char* const rootFolders[] = {"BDMV", "BDAV"};
 const char* const protectionFiles[] = {"AACS/Unit_Key_RO.inf", "AACS/Unit_Key_RW.inf",
@@ -38,9 +47,12 @@ struct StreamUse
     std::string name; ///< of the file; empty when it is not there
     std::uint32_t start = UINT32_MAX;
     std::uint32_t end = 0;
+    const PlayItem* item = nullptr; ///< the first that plays it
 
     void add(const PlayItem& item)
     {
+        if (!this->item)
+            this->item = &item;
         start = std::min(start, item.in);
         end = std::max(end, item.out);
     }
@@ -82,6 +94,19 @@ private:
     std::int64_t m_out = 0;
 };
 
+/// The languages of the streams that lie in the item's own file.
+void setLanguages(const std::vector<PlayStream>& streams, MovieFacts& movie)
+{
+    for (const PlayStream& listed : streams) {
+        for (StreamFacts& stream : movie.streams) {
+            const bool isSame =
+                listed.source == PlayStream::ofClip && stream.id == listed.stream.pid;
+            if (isSame && !listed.stream.language.empty())
+                stream.language = listed.stream.language;
+        }
+    }
+}
+
 class DiscReader
 {
 public:
@@ -90,7 +115,7 @@ public:
         , m_files(files)
         , m_root(root)
         , m_deadline(discLimit)
-        , m_streamDeadline(describeLimit)
+        , m_streamDeadline(streamLimit)
         , m_disc(new BlurayDisc)
     {}
 
@@ -105,6 +130,7 @@ private:
     void readPlaylist(const std::string& name);
     void readFiles();
     std::optional<StreamFileDescription> describe(const std::string& name, const StreamUse& use);
+    void limitStreams(MovieFacts& movie);
     void completeSound();
     void makeTitle(const std::string& name, const Playlist& playlist);
 
@@ -116,9 +142,11 @@ private:
     std::unique_ptr<BlurayDisc> m_disc;
 
     std::map<Playlist, std::string> m_playlists; ///< each once, with its name
-    std::size_t m_entries = 0;
+    std::size_t m_entriesLeft = mostEntries;
+    std::size_t m_listedStreamsLeft = mostListedStreams;
+    std::size_t m_streamsLeft = mostStreams;
     std::map<std::string, StreamUse> m_streams;     ///< by clip, as in "00001"
-    std::map<std::string, std::size_t> m_fileIndex; ///< by clip
+    std::map<std::string, std::size_t> m_fileIndex; ///< by clip, of the files listed
     std::vector<ClipInformation> m_clips;           ///< sequences of each file; none when unknown
 };
 
@@ -189,15 +217,21 @@ void DiscReader::readPlaylist(const std::string& name)
         log(m_path + ": unreadable playlist " + name);
         return;
     }
-    const std::size_t entries = playlist->items.size() + playlist->marks.size();
-    if (entries > mostEntries - m_entries) {
+    const std::size_t entries = 1 + playlist->items.size() + playlist->marks.size();
+    std::size_t streams = 0;
+    for (const PlayItem& item : playlist->items)
+        streams += item.streams.size();
+    if (entries > m_entriesLeft || streams > m_listedStreamsLeft) {
         log(m_path + ": too many clips, without playlist " + name);
         return;
     }
-    for (const PlayItem& item : playlist->items)
+    const auto [kept, isNew] = m_playlists.emplace(std::move(*playlist), name);
+    if (!isNew)
+        return;
+    m_entriesLeft -= entries;
+    m_listedStreamsLeft -= streams;
+    for (const PlayItem& item : kept->first.items)
         m_streams[item.clip].add(item);
-    if (m_playlists.emplace(std::move(*playlist), name).second)
-        m_entries += entries;
 }
 
 /// The files in the folder, and those that playlists name.
@@ -205,13 +239,18 @@ void DiscReader::readFiles()
 {
     for (const std::string& name : listFiles("/STREAM", {".m2ts", ".mts"}))
         m_streams[name.substr(0, name.rfind('.'))].name = name;
-    m_streamDeadline.restart(describeLimit);
+    m_streamDeadline.restart(streamLimit);
     for (const auto& [stream, use] : m_streams) {
+        if (m_disc->files.size() >= mostFiles) {
+            log(m_path + ": too many stream files");
+            break;
+        }
         DiscStreamFile file;
         file.name = use.name.empty() ? stream + ".m2ts" : use.name;
         ClipInformation clip;
         if (auto description = describe(file.name, use)) {
             file.movie = std::move(description->movie);
+            limitStreams(file.movie);
             clip.sequences = std::move(description->sequences);
         } else {
             log(m_path + ": nothing is known about stream file " + file.name);
@@ -220,6 +259,17 @@ void DiscReader::readFiles()
         m_disc->files.push_back(std::move(file));
         m_clips.push_back(std::move(clip));
     }
+}
+
+/// Every file keeps one, which tells how long it is.
+void DiscReader::limitStreams(MovieFacts& movie)
+{
+    const std::size_t most = std::max<std::size_t>(m_streamsLeft, 1);
+    if (movie.streams.size() > most) {
+        movie.streams.resize(most);
+        movie.streams.shrink_to_fit();
+    }
+    m_streamsLeft -= std::min(m_streamsLeft, movie.streams.size());
 }
 
 std::optional<StreamFileDescription> DiscReader::describe(const std::string& name,
@@ -231,8 +281,11 @@ std::optional<StreamFileDescription> DiscReader::describe(const std::string& nam
             return describeByClipInformation(*clip);
     }
     if (!m_streamDeadline.expired()) {
-        if (auto description = describeByStream(m_files, path))
+        if (auto description = describeByStream(m_files, path)) {
+            if (use.item)
+                setLanguages(use.item->streams, description->movie);
             return description;
+        }
     }
     if (use.start < use.end)
         return describeByTimes(use.start, use.end);
@@ -245,7 +298,7 @@ void DiscReader::completeSound()
     constexpr std::size_t mostFiles = 30;
     std::vector<std::pair<std::uint64_t, DiscStreamFile*>> files; // with their sizes
     for (DiscStreamFile& file : m_disc->files) {
-        if (!lacksChannels(file.movie) || m_deadline.expired())
+        if (!lacksSound(file.movie) || m_deadline.expired())
             continue;
         if (const ByteSourcePtr bytes = m_files.openFile(streamPath(file.name)))
             files.emplace_back(bytes->size(), &file);
@@ -267,13 +320,15 @@ void DiscReader::makeTitle(const std::string& name, const Playlist& playlist)
     title.name = name;
     std::vector<ItemPlace> places;
     std::int64_t length = 0;
+    const ClipInformation unknown;
     for (const PlayItem& item : playlist.items) {
-        const std::size_t file = m_fileIndex.at(item.clip);
-        const ItemPlace place(item, m_clips[file], length);
+        const auto file = m_fileIndex.find(item.clip);
+        const bool isListed = file != m_fileIndex.end();
+        const ItemPlace place(item, isListed ? m_clips[file->second] : unknown, length);
         places.push_back(place);
         if (place.playsNothing())
             continue;
-        title.clips.push_back({file, place.in(), place.out()});
+        title.clips.push_back({file->second, place.in(), place.out()});
         length += place.out() - place.in();
     }
     if (title.clips.empty()) {

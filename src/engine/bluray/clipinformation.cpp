@@ -2,7 +2,6 @@
 #include "bluray/clipinformation.h"
 
 #include "bluray/codings.h"
-#include "bytes/bytereader.h"
 #include "text.h"
 
 #include <algorithm>
@@ -71,39 +70,6 @@ std::string parseLanguage(ByteReader& bytes)
     return isCode ? code : "";
 }
 
-ClipStream parseStream(int pid, ByteReader bytes)
-{
-    ClipStream stream;
-    stream.pid = pid;
-    stream.coding = bytes.u8();
-    switch (findCoding(stream.coding).attributes) {
-    case Coding::Attributes::picture: {
-        const int formatAndRate = bytes.u8();
-        stream.format = formatAndRate >> 4;
-        stream.rate = formatAndRate & 0xF;
-        stream.aspect = bytes.u8() >> 4;
-        break;
-    }
-    case Coding::Attributes::sound: {
-        const int formatAndRate = bytes.u8();
-        stream.format = formatAndRate >> 4;
-        stream.rate = formatAndRate & 0xF;
-        stream.language = parseLanguage(bytes);
-        break;
-    }
-    case Coding::Attributes::text:
-        bytes.skip(1); // character set
-        stream.language = parseLanguage(bytes);
-        break;
-    case Coding::Attributes::graphics:
-        stream.language = parseLanguage(bytes);
-        break;
-    case Coding::Attributes::none:
-        break;
-    }
-    return stream;
-}
-
 /// The streams of the first program; real discs have one.
 std::vector<ClipStream> parseStreams(ByteReader bytes)
 {
@@ -168,6 +134,39 @@ std::vector<EntryPoint> parseEntryPoints(ByteReader section)
 }
 
 } // namespace
+
+ClipStream parseStream(int pid, ByteReader bytes)
+{
+    ClipStream stream;
+    stream.pid = pid;
+    stream.coding = bytes.u8();
+    switch (findCoding(stream.coding).attributes) {
+    case Coding::Attributes::picture: {
+        const int formatAndRate = bytes.u8();
+        stream.format = formatAndRate >> 4;
+        stream.rate = formatAndRate & 0xF;
+        stream.aspect = bytes.u8() >> 4;
+        break;
+    }
+    case Coding::Attributes::sound: {
+        const int formatAndRate = bytes.u8();
+        stream.format = formatAndRate >> 4;
+        stream.rate = formatAndRate & 0xF;
+        stream.language = parseLanguage(bytes);
+        break;
+    }
+    case Coding::Attributes::text:
+        bytes.skip(1); // character set
+        stream.language = parseLanguage(bytes);
+        break;
+    case Coding::Attributes::graphics:
+        stream.language = parseLanguage(bytes);
+        break;
+    case Coding::Attributes::none:
+        break;
+    }
+    return stream;
+}
 
 std::int64_t ClipInformation::duration() const
 {

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "bytes/bytesource.h"
+#include "bytes/bytereader.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace engine {
@@ -28,9 +29,19 @@ struct ClipStream
     int coding;
     int format = 0; ///< size of the picture, or arrangement of channels
     int rate = 0;   ///< of frames or samples
-    int aspect = 0; ///< of the picture
+    int aspect = 0; ///< of the picture; playlists do not tell it
     std::string language;
+
+    bool operator<(const ClipStream& other) const
+    {
+        return std::tie(pid, coding, format, rate, aspect, language) <
+               std::tie(other.pid, other.coding, other.format, other.rate, other.aspect,
+                        other.language);
+    }
 };
+
+/// A stream from its attributes, as clip information and playlists have them.
+ClipStream parseStream(int pid, ByteReader attributes);
 
 /// A place in a stream file where decoding can begin.
 struct EntryPoint

@@ -19,6 +19,11 @@ const char englishMetadata[] = "bdmt_eng.xml";
 /// Bytes; more than fits on any case.
 constexpr std::size_t longestName = 1000;
 
+/// Metadata of one language takes a few hundred bytes, and the name comes first in it. The library
+/// takes time with the square of an element's attributes.
+constexpr std::size_t largestMetadata = std::size_t{64} * 1024;
+constexpr std::size_t mostLanguages = 10;
+
 struct FreeReader
 {
     void operator()(xmlTextReader* reader) const { xmlFreeTextReader(reader); }
@@ -102,9 +107,9 @@ std::string nameFromMetadata(const DiscFiles& files)
     std::vector<std::string> languages = files.fileNames(metadataFolder, ".xml");
     std::stable_partition(languages.begin(), languages.end(),
                           [](const std::string& name) { return name == englishMetadata; });
-    constexpr std::size_t mostLanguages = 50;
     for (std::size_t i = 0; i < languages.size() && i < mostLanguages; ++i) {
-        const auto bytes = files.read(std::string(metadataFolder) + "/" + languages[i]);
+        const auto bytes =
+            files.read(std::string(metadataFolder) + "/" + languages[i], largestMetadata);
         std::string name = bytes ? firstName(*bytes) : std::string();
         if (!name.empty())
             return name;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "bluray/clipinformation.h"
 #include "bytes/bytesource.h"
 
 #include <cstdint>
@@ -11,6 +12,20 @@
 
 namespace engine {
 
+/// A stream that may be chosen while an item plays.
+struct PlayStream
+{
+    static constexpr std::uint8_t ofClip = 1;
+
+    std::uint8_t source; ///< ofClip when it lies in the item's stream file
+    ClipStream stream;
+
+    bool operator<(const PlayStream& other) const
+    {
+        return std::tie(source, stream) < std::tie(other.source, other.stream);
+    }
+};
+
 /// One item of a playlist: a part of a stream file. Times are time stamps of the stream in units of
 /// 1/45000 s, as the disc has them: `in` need not be before `out`, nor either in the file.
 struct PlayItem
@@ -19,11 +34,12 @@ struct PlayItem
     std::uint8_t sequence; ///< number of the stream's clock that the times refer to
     std::uint32_t in;
     std::uint32_t out;
+    std::vector<PlayStream> streams;
 
     bool operator<(const PlayItem& other) const
     {
-        return std::tie(clip, sequence, in, out) <
-               std::tie(other.clip, other.sequence, other.in, other.out);
+        return std::tie(clip, sequence, in, out, streams) <
+               std::tie(other.clip, other.sequence, other.in, other.out, other.streams);
     }
 };
 
@@ -52,8 +68,8 @@ struct Playlist
     }
 };
 
-/// Nothing when the bytes are no playlist, or its items are incomplete. Marks that make no sense
-/// are left out.
+/// Nothing when the bytes are no playlist, or its items are incomplete or have more streams than
+/// any. Marks that make no sense are left out.
 std::optional<Playlist> parsePlaylist(const Bytes& bytes);
 
 } // namespace engine

@@ -31,12 +31,15 @@ void setDuration(MovieFacts& movie, std::int64_t ticks)
 }
 
 /// Streams by their PID instead of libav's index; of two that share one, as sound with a core does,
-/// the first.
+/// the first. The code is the codec's: that of the container is the same for all.
 std::vector<StreamFacts> byPid(std::vector<StreamFacts> streams, const AVFormatContext& context)
 {
     std::vector<StreamFacts> kept;
     for (StreamFacts& stream : streams) {
-        stream.id = context.streams[stream.id]->id;
+        const AVStream& source = *context.streams[stream.id];
+        stream.id = source.id;
+        if (stream.kind == AVBased::StreamKindVideo)
+            stream.fourcc = fourccOf(source.codecpar->codec_id);
         const bool isKnown = std::any_of(kept.begin(), kept.end(), [&](const StreamFacts& other) {
             return other.id == stream.id;
         });
@@ -72,9 +75,10 @@ std::unique_ptr<Demuxer> demuxStream(const DiscFiles& files, const std::string& 
     return demuxer->findStreamInfo() ? std::move(demuxer) : nullptr;
 }
 
-bool lacksChannels(const StreamFacts& stream)
+bool lacksSound(const StreamFacts& stream)
 {
-    return stream.kind == AVBased::StreamKindAudio && stream.channels == 0;
+    return stream.kind == AVBased::StreamKindAudio &&
+           (stream.channels == 0 || stream.sampleRate == 0);
 }
 
 /// The first time stamp of the pictures, to which playlists refer, else of anything.
@@ -144,10 +148,10 @@ std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
     return description;
 }
 
-bool lacksChannels(const MovieFacts& movie)
+bool lacksSound(const MovieFacts& movie)
 {
     return std::any_of(movie.streams.begin(), movie.streams.end(),
-                       [](const StreamFacts& stream) { return lacksChannels(stream); });
+                       [](const StreamFacts& stream) { return lacksSound(stream); });
 }
 
 void completeSound(const DiscFiles& files, const std::string& path, MovieFacts& movie)
@@ -162,7 +166,7 @@ void completeSound(const DiscFiles& files, const std::string& path, MovieFacts& 
         const auto same = std::find_if(found.begin(), found.end(), [&](const StreamFacts& other) {
             return other.id == stream.id && other.channels > 0;
         });
-        if (!lacksChannels(stream) || same == found.end())
+        if (!lacksSound(stream) || same == found.end())
             continue;
         stream.channels = same->channels;
         stream.channelLayout = same->channelLayout;

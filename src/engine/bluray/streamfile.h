@@ -43,9 +43,9 @@ StreamFileDescription describeByClipInformation(const ClipInformation& clip);
 std::optional<StreamFileDescription> describeByStream(const DiscFiles& files,
                                                       const std::string& path);
 
-/// Whether how many channels some of the sound has is left open: clip information has one code for
-/// all numbers above two.
-bool lacksChannels(const MovieFacts& movie);
+/// Whether it is left open how many channels some of the sound has, or its sample rate: clip
+/// information has one code for all numbers of channels above two, and codes for few rates.
+bool lacksSound(const MovieFacts& movie);
 
 /// Fills in what clip information leaves open of the sound, its channels and its sample rate, from
 /// the stream file, of which libav reads a few megabytes at most. Changes nothing when that is

@@ -4,6 +4,7 @@
 #include "disc/discfolder.h"
 #include "disc/discimage.h"
 #include "files/files.h"
+#include "enginelink/log.h"
 #include "text.h"
 
 #include <algorithm>
@@ -58,12 +59,16 @@ std::vector<std::string> DiscFiles::fileNames(const std::string& folder,
     return names;
 }
 
-std::optional<Bytes> DiscFiles::read(const std::string& path) const
+std::optional<Bytes> DiscFiles::read(const std::string& path, std::size_t most) const
 {
-    // Far above what the tables of the longest films have.
-    constexpr std::size_t largestTables = std::size_t{64} * 1024 * 1024;
     const ByteSourcePtr file = openFile(path);
-    return file ? std::optional(readBeginning(*file, largestTables)) : std::nullopt;
+    if (!file || m_tableBytesLeft == 0)
+        return std::nullopt;
+    Bytes bytes = readBeginning(*file, std::min(most, m_tableBytesLeft));
+    m_tableBytesLeft -= bytes.size();
+    if (m_tableBytesLeft == 0)
+        log(m_path + ": more tables than a disc can have");
+    return bytes;
 }
 
 } // namespace engine

@@ -51,14 +51,18 @@ public:
     /// Null when there is no such file.
     virtual ByteSourcePtr openFile(const std::string& path) const = 0;
 
-    /// A file, or the beginning of one that is larger than any of a disc's tables; nothing when
-    /// there is none.
-    std::optional<Bytes> read(const std::string& path) const;
+    /// A file, or its beginning if it is larger than `most` bytes. Nothing when there is none, or
+    /// when more has been read of this disc than the tables of any have.
+    std::optional<Bytes> read(const std::string& path, std::size_t most = largestTable) const;
 
     /// What the log calls the file at `path`.
     std::string nameOf(const std::string& path) const { return m_path + "/" + path; }
 
 protected:
+    /// Bytes; several times what the tables of the longest films have, each and all together.
+    static constexpr std::size_t largestTable = std::size_t{16} * 1024 * 1024;
+    static constexpr std::size_t mostTableBytes = std::size_t{256} * 1024 * 1024;
+
     struct Entry
     {
         std::string name;
@@ -78,6 +82,7 @@ protected:
 
 private:
     std::string m_path;
+    mutable std::size_t m_tableBytesLeft = mostTableBytes; ///< that may be read
 };
 
 } // namespace engine

@@ -83,10 +83,13 @@ void describe(DvdTitleSet& set, const TitleSet& description)
     }
 }
 
-void listOwnTitles(DvdTitleSet& set, const TitleSet& description)
+/// Up to `most`; how many.
+std::size_t listOwnTitles(DvdTitleSet& set, const TitleSet& description, std::size_t most)
 {
-    for (std::size_t i = 0; i < description.titles.size(); ++i)
+    const std::size_t count = std::min(description.titles.size(), most);
+    for (std::size_t i = 0; i < count; ++i)
         set.titles.push_back({static_cast<int>(i + 1), {}});
+    return count;
 }
 
 bool isEmpty(const DvdTitleSet& set)
@@ -122,13 +125,14 @@ std::optional<DvdDisc> readDvd(const VideoTs& files, const DvdLocation& location
     Deadline deadline(describeLimit);
     DvdDisc disc;
     disc.titleSets = listTitleSets(manager);
+    std::size_t titlesLeft = mostTitles; // of the whole disc
     for (DvdTitleSet& set : disc.titleSets) {
         const bool isWanted = !location.titleSet || *location.titleSet == set.number;
         if ((!isWanted && manager) || deadline.expired())
             continue;
         const auto description = readTitleSet(files, set.number);
         if (description && !manager)
-            listOwnTitles(set, *description);
+            titlesLeft -= listOwnTitles(set, *description, titlesLeft);
         if (description && isWanted)
             describe(set, *description);
     }

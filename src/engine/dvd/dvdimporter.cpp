@@ -79,23 +79,44 @@ AVBased::IAVSource* DvdImporter::openSource(std::int32_t movieId, std::int32_t v
     if (movieId < 0 || index >= m_titles.size() || !m_titles[index] ||
         videoStreamId != engine::videoStreamId)
         return nullptr;
+    if (m_budget->isUsedUp())
+        return nullptr;
+    PictureBudget::Work work(*m_budget);
     const TitleReference& reference = *m_titles[index];
     const std::string name = m_location.path + ", title set " + std::to_string(reference.titleSet);
     const std::unique_ptr<VideoTs> files = VideoTs::open(m_location);
-    const auto set = files ? readTitleSet(*files, reference.titleSet) : std::nullopt;
-    const auto title = static_cast<std::size_t>(reference.number - 1);
-    if (!set || title >= set->titles.size())
-        return nullptr;
-    const ByteSourcePtr video = files->openVideo(reference.titleSet);
-    if (!video || isScrambled(*video)) {
-        log(name + (video ? ": scrambled" : ": its video is missing"));
+    const ByteSourcePtr video = files ? files->openVideo(reference.titleSet) : nullptr;
+    if (!video) {
+        log(name + ": its video is missing");
         return nullptr;
     }
-    return DvdSource::open(*set, set->titles[title], video, name);
+    const CurrentSet& set = makeCurrent(*files, reference.titleSet, video);
+    const auto title = static_cast<std::size_t>(reference.number - 1);
+    if (set.isScrambled || !set.tables || title >= set.tables->titles.size()) {
+        log(name + (set.isScrambled ? ": scrambled" : ": its tables are not what they were"));
+        return nullptr;
+    }
+    DvdSource* source =
+        DvdSource::open(*set.tables, set.tables->titles[title], video, name, m_budget);
+    if (source)
+        work.succeeded();
+    return source;
+}
+
+/// A set's tables may be large, and a set has up to 99 titles.
+const DvdImporter::CurrentSet& DvdImporter::makeCurrent(const VideoTs& files, int titleSet,
+                                                        const ByteSourcePtr& video)
+{
+    if (!m_current || m_current->number != titleSet)
+        m_current = CurrentSet{titleSet, readTitleSet(files, titleSet), isScrambled(*video)};
+    return *m_current;
 }
 
 /// Nothing is open while the importer waits.
-void DvdImporter::close() {}
+void DvdImporter::close()
+{
+    m_current.reset();
+}
 
 void DvdImporter::release()
 {

@@ -44,7 +44,7 @@ ByteSourcePtr joinPieces(const TitleLayout& layout, const ByteSourcePtr& video)
 } // namespace
 
 DvdSource* DvdSource::open(const TitleSet& set, const Title& title, const ByteSourcePtr& video,
-                           const std::string& name)
+                           const std::string& name, std::shared_ptr<PictureBudget> budget)
 {
     auto layout = std::make_shared<const TitleLayout>(set, title, video->size() / sectorSize);
     if (layout->vobus().empty()) {
@@ -53,25 +53,30 @@ DvdSource* DvdSource::open(const TitleSet& set, const Title& title, const ByteSo
     }
     ByteSourcePtr bytes = joinPieces(*layout, video);
     auto demuxer = Demuxer::openBytes(bytes, name, av_find_input_format("mpeg"));
+    if (demuxer)
+        demuxer->allow(budget->limit());
     auto reader = FrameReader::open(std::move(demuxer), makeTrack());
     if (!reader) {
         log(name + ": no video");
         return nullptr;
     }
-    return new DvdSource(std::move(layout), std::move(bytes), std::move(reader), set.video);
+    return new DvdSource(std::move(layout), std::move(bytes), std::move(reader), set.video,
+                         std::move(budget));
 }
 
 DvdSource::DvdSource(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr titleBytes,
-                     std::unique_ptr<FrameReader> reader, const VideoAttributes& video)
+                     std::unique_ptr<FrameReader> reader, const VideoAttributes& video,
+                     std::shared_ptr<PictureBudget> budget)
     : m_layout(layout)
     , m_clock(std::move(layout), std::move(titleBytes))
     , m_reader(std::move(reader))
     , m_video(video)
+    , m_budget(std::move(budget))
 {}
 
 void DvdSource::seek(std::int32_t positionMs)
 {
-    m_reader->demuxer().allow(pictureLimit);
+    m_reader->demuxer().allow(m_budget->limit());
     m_wantedMs = std::max(positionMs, 0);
     m_isSeeking = true;
     m_ahead = {};
@@ -79,6 +84,17 @@ void DvdSource::seek(std::int32_t positionMs)
 }
 
 bool DvdSource::readNext()
+{
+    if (m_budget->isUsedUp())
+        return false;
+    PictureBudget::Work work(*m_budget);
+    if (!findNext())
+        return false;
+    work.succeeded();
+    return true;
+}
+
+bool DvdSource::findNext()
 {
     if (std::exchange(m_isSeeking, false))
         return show(findWanted());

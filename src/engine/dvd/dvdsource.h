@@ -4,6 +4,7 @@
 #include "dvd/titleclock.h"
 #include "media/framereader.h"
 #include "media/framesource.h"
+#include "picturebudget.h"
 
 #include <memory>
 
@@ -15,15 +16,16 @@ class DvdSource final : public FrameSource
 {
 public:
     /// `video` is that of the title set. Null, with the reason in the log, when the title has none
-    /// that can be decoded. `name` is what the log calls it.
+    /// that can be decoded. `name` is what the log calls it, `budget` that of the disc.
     static DvdSource* open(const TitleSet& set, const Title& title, const ByteSourcePtr& video,
-                           const std::string& name);
+                           const std::string& name, std::shared_ptr<PictureBudget> budget);
 
     void seek(std::int32_t positionMs) override;
 
 private:
     DvdSource(std::shared_ptr<const TitleLayout> layout, ByteSourcePtr titleBytes,
-              std::unique_ptr<FrameReader> reader, const VideoAttributes& video);
+              std::unique_ptr<FrameReader> reader, const VideoAttributes& video,
+              std::shared_ptr<PictureBudget> budget);
 
     /// A decoded picture, and when it is shown; -1 when the disc does not tell.
     struct TimedPicture
@@ -33,6 +35,7 @@ private:
     };
 
     bool readNext() override;
+    bool findNext();
     TimedPicture next();
     std::optional<Ticks> timeOf(const AVFrame& picture);
     TimedPicture findWanted();
@@ -46,6 +49,7 @@ private:
     TitleClock m_clock;
     std::unique_ptr<FrameReader> m_reader;
     VideoAttributes m_video;
+    std::shared_ptr<PictureBudget> m_budget;
     std::int64_t m_wantedMs = 0;     ///< where the last seek went
     bool m_isSeeking = true;         ///< the picture there is yet to be found
     TimedPicture m_ahead;            ///< read to know how long the one before is shown

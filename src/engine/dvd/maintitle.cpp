@@ -2,26 +2,27 @@
 #include "dvd/maintitle.h"
 
 #include <algorithm>
-#include <map>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 namespace engine {
 
 namespace {
 
-/// How often a title plays each cell.
+/// A cell, and how often a title plays it.
 struct Plays
 {
-    Ticks duration = 0; ///< of the cell
-    int count = 0;
+    std::pair<int, int> cell; ///< its numbers
+    Ticks duration = 0;       ///< of the cell
+    int count = 1;
 };
-using CellPlays = std::map<std::pair<int, int>, Plays>;
 
 struct Candidate
 {
     std::size_t place = 0;
     int titleSet = 0;
-    CellPlays cells;
+    std::vector<Plays> cells; ///< each once, by their numbers
     Ticks duration = 0;
     Ticks durationOnce = 0; ///< with each cell played only once
 
@@ -35,11 +36,18 @@ Candidate makeCandidate(std::size_t place, int titleSet, const Title& title)
     candidate.place = place;
     candidate.titleSet = titleSet;
     candidate.duration = title.duration;
-    for (const Cell& cell : title.cells) {
-        Plays& plays = candidate.cells[{cell.vobId, cell.cellId}];
-        if (plays.count++ == 0)
-            candidate.durationOnce += cell.duration;
-        plays.duration = cell.duration;
+    std::vector<Plays> all;
+    for (const Cell& cell : title.cells)
+        all.push_back({{cell.vobId, cell.cellId}, cell.duration});
+    std::stable_sort(all.begin(), all.end(),
+                     [](const Plays& a, const Plays& b) { return a.cell < b.cell; });
+    for (const Plays& each : all) {
+        if (!candidate.cells.empty() && candidate.cells.back().cell == each.cell) {
+            ++candidate.cells.back().count;
+            continue;
+        }
+        candidate.cells.push_back(each);
+        candidate.durationOnce += each.duration;
     }
     return candidate;
 }
@@ -50,8 +58,12 @@ bool repeats(const Candidate& title, const Candidate& other)
     if (title.titleSet != other.titleSet)
         return false;
     Ticks repeated = 0;
-    for (const auto& [cell, plays] : title.cells) {
-        if (plays.count > 1 && other.cells.count(cell) > 0)
+    auto theirs = other.cells.begin();
+    for (const Plays& plays : title.cells) {
+        while (theirs != other.cells.end() && theirs->cell < plays.cell)
+            ++theirs;
+        const bool isCommon = theirs != other.cells.end() && theirs->cell == plays.cell;
+        if (plays.count > 1 && isCommon)
             repeated += plays.count * plays.duration;
     }
     return repeated * 2 > title.duration;

@@ -10,9 +10,9 @@ namespace engine {
 namespace {
 
 /// Several times what the longest titles have. Tables may claim more by naming the same sectors
-/// again and again; what comes behind is left out.
+/// again and again, or sectors that are not there; what comes behind is left out.
 constexpr std::size_t mostVobus = 200000;
-constexpr std::size_t mostPieces = 200000;
+constexpr std::size_t mostAddresses = 200000;
 
 } // namespace
 
@@ -21,13 +21,17 @@ TitleLayout::TitleLayout(const TitleSet& set, const Title& title, std::uint64_t 
     Ticks start = 0;
     for (const Cell& cell : title.cells) {
         m_cells.push_back({start, m_vobus.size(), 0, false});
-        if (m_vobus.size() < mostVobus && m_pieces.size() < mostPieces)
-            placeCell(set, cell, sectorCount);
-        else
-            log("a title of too many parts");
+        placeCell(set, cell, sectorCount);
         m_cells.back().vobuCount = m_vobus.size() - m_cells.back().firstVobu;
         start += cell.duration;
     }
+    if (isFull())
+        log("a title of too many parts");
+}
+
+bool TitleLayout::isFull() const
+{
+    return m_vobus.size() >= mostVobus || m_addressCount >= mostAddresses;
 }
 
 /// The sectors from a cell's first to its last are its own, unless it is interleaved with others.
@@ -36,15 +40,16 @@ void TitleLayout::placeCell(const TitleSet& set, const Cell& cell, std::uint64_t
     const CellAddress whole{cell.vobId, cell.cellId, cell.firstSector, cell.lastSector};
     auto [address, end] =
         std::equal_range(set.cellAddresses.begin(), set.cellAddresses.end(), whole);
-    if (address == end)
+    if (address == end && !isFull())
         placePiece(set, whole, sectorCount);
-    for (; address != end && m_pieces.size() < mostPieces; ++address)
+    for (; address != end && !isFull(); ++address)
         placePiece(set, *address, sectorCount);
 }
 
 void TitleLayout::placePiece(const TitleSet& set, const CellAddress& address,
                              std::uint64_t sectorCount)
 {
+    ++m_addressCount;
     const std::uint64_t first = address.firstSector;
     const std::uint64_t last = std::min<std::uint64_t>(address.lastSector, sectorCount - 1);
     m_cells.back().isCut = m_cells.back().isCut || last < address.lastSector;

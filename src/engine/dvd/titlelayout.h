@@ -53,6 +53,7 @@ public:
     std::size_t vobuAtSector(std::uint64_t titleSector) const;
 
 private:
+    bool isFull() const;
     void placeCell(const TitleSet& set, const Cell& cell, std::uint64_t sectorCount);
     void placePiece(const TitleSet& set, const CellAddress& address, std::uint64_t sectorCount);
 
@@ -60,6 +61,7 @@ private:
     std::vector<Vobu> m_vobus;
     std::vector<PlacedCell> m_cells;
     std::uint64_t m_sectorCount = 0;
+    std::size_t m_addressCount = 0; ///< looked at, inside and outside of the files
 };
 
 } // namespace engine

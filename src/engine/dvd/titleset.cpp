@@ -18,6 +18,17 @@ constexpr TableFormat vobuTable{"VOBU address map", 0xE4, 4, 4, false};
 /// More than discs may have; tables may claim more by naming the same bytes again and again.
 constexpr std::size_t mostChapters = 999;
 constexpr std::size_t mostCells = 5000;
+constexpr std::size_t mostChainEntries = 100000; ///< programs and cells of all titles of a set
+constexpr std::size_t mostCellAddresses = 200000;
+constexpr std::size_t mostVobus = 200000;
+
+/// How many entries of a table are read.
+std::size_t entriesUpTo(std::size_t most, const IfoTable& table, IfoFindings& findings)
+{
+    if (table.entryCount > most)
+        findings.add("more entries in a table than a disc can have");
+    return std::min(table.entryCount, most);
+}
 
 /// Reads the titles of one set.
 class TitleParser
@@ -46,6 +57,7 @@ private:
     const IfoTable& m_chapters;
     const IfoTable& m_chains;
     IfoFindings& m_findings;
+    std::size_t m_chainEntries = 0; ///< read so far
 };
 
 /// The title plays the chains that its chapters name, each once.
@@ -98,7 +110,13 @@ std::optional<ProgramChain> TitleParser::parseChain(std::size_t number)
     }
     const std::size_t entry = chainTable.headerSize + chainTable.entrySize * (number - 1);
     const std::size_t offset = m_chains.bytes.u32(entry + 4);
-    return parseProgramChain(m_chains.rest.from(offset), m_video.isNtsc, m_findings);
+    if (m_chainEntries > mostChainEntries) {
+        m_findings.add("more cells than a title set can have");
+        return std::nullopt;
+    }
+    auto chain = parseProgramChain(m_chains.rest.from(offset), m_video.isNtsc, m_findings);
+    m_chainEntries += 1 + (chain ? chain->programs.size() + chain->cells.size() : 0);
+    return chain;
 }
 
 /// Lets the title go on with `chain`, from a program of it on: where in the title each of the
@@ -137,12 +155,14 @@ std::vector<CellAddress> parseCellAddresses(const ByteView& ifo, IfoFindings& fi
 {
     std::vector<CellAddress> addresses;
     const auto table = findTable(ifo, cellAddressTable, findings);
-    for (std::size_t i = 0; table && i < table->entryCount; ++i) {
+    const std::size_t count = table ? entriesUpTo(mostCellAddresses, *table, findings) : 0;
+    for (std::size_t i = 0; i < count; ++i) {
         const ByteView entry =
             table->bytes.from(cellAddressTable.headerSize + cellAddressTable.entrySize * i);
         addresses.push_back({entry.u16(0), entry.u8(2), entry.u32(4), entry.u32(8)});
     }
-    std::stable_sort(addresses.begin(), addresses.end());
+    if (!std::is_sorted(addresses.begin(), addresses.end()))
+        std::stable_sort(addresses.begin(), addresses.end());
     return addresses;
 }
 
@@ -150,7 +170,8 @@ std::vector<std::uint32_t> parseVobuSectors(const ByteView& ifo, IfoFindings& fi
 {
     std::vector<std::uint32_t> sectors;
     const auto table = findTable(ifo, vobuTable, findings);
-    for (std::size_t i = 0; table && i < table->entryCount; ++i)
+    const std::size_t count = table ? entriesUpTo(mostVobus, *table, findings) : 0;
+    for (std::size_t i = 0; i < count; ++i)
         sectors.push_back(table->bytes.u32(vobuTable.headerSize + vobuTable.entrySize * i));
     if (!std::is_sorted(sectors.begin(), sectors.end())) {
         findings.add("the VOBU address map is out of order");

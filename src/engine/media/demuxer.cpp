@@ -4,6 +4,9 @@
 #include "bytes/plainfile.h"
 #include "enginelink/log.h"
 #include "media/formats.h"
+#include "media/pixellimit.h"
+
+#include <cerrno>
 
 namespace engine {
 
@@ -39,7 +42,7 @@ Demuxer::Demuxer()
     if (!m_context)
         return;
     m_context->interrupt_callback = {interrupt, this};
-    m_context->protocol_whitelist = av_strdup("file");
+    m_context->protocol_whitelist = av_strdup("");
     m_context->format_whitelist = av_strdup(mediaFormatNames().c_str());
 }
 
@@ -47,8 +50,13 @@ Demuxer::~Demuxer() = default;
 
 std::unique_ptr<Demuxer> Demuxer::openFile(const std::string& path, const AVInputFormat* format)
 {
-    const auto file = PlainFile::open(path);
-    return file ? openBytes(file, path, format) : nullptr;
+    errno = 0;
+    auto file = PlainFile::open(path);
+    if (file)
+        return openBytes(std::move(file), path, format);
+    if (errno != 0)
+        log(path + ": " + errorText(AVERROR(errno)));
+    return nullptr;
 }
 
 std::unique_ptr<Demuxer> Demuxer::openBytes(ByteSourcePtr bytes, const std::string& name,
@@ -77,7 +85,7 @@ int Demuxer::open(const std::string& url, const AVInputFormat* format)
 
 bool Demuxer::attachBytes(ByteSourcePtr bytes)
 {
-    m_bytes = std::move(bytes);
+    m_bytes.emplace(std::move(bytes));
     auto* buffer = static_cast<std::uint8_t*>(av_malloc(ioBufferSize));
     if (!buffer || !m_context) {
         av_free(buffer);
@@ -95,8 +103,12 @@ bool Demuxer::attachBytes(ByteSourcePtr bytes)
 bool Demuxer::findStreamInfo()
 {
     allowBytes(m_context->probe_score > AVPROBE_SCORE_RETRY ? mostBytes : mostBytesOfGuess);
+    ProbeLimits limits(*m_context);
     // It reports no error when it was interrupted.
-    return avformat_find_stream_info(m_context.get(), nullptr) >= 0 && !m_deadline.givenUp();
+    const bool isFound =
+        avformat_find_stream_info(m_context.get(), limits.options()) >= 0 && !m_deadline.givenUp();
+    limits.restoreSizes(*m_context);
+    return isFound;
 }
 
 void Demuxer::allow(std::chrono::milliseconds limit)
@@ -133,10 +145,10 @@ int Demuxer::readBytes(void* demuxer, std::uint8_t* buffer, int size)
     auto* self = static_cast<Demuxer*>(demuxer);
     if (self->isExhausted())
         return AVERROR_EXIT;
-    const std::size_t count =
-        self->m_bytes->read(self->m_position, buffer, static_cast<std::size_t>(size));
+    const std::size_t count = self->m_bytes->read(
+        self->m_position, buffer, static_cast<std::size_t>(size), self->m_context->iformat);
     if (count == 0)
-        return self->m_position < self->m_bytes->size() ? AVERROR(EIO) : AVERROR_EOF;
+        return self->m_position < self->m_bytes->file().size() ? AVERROR(EIO) : AVERROR_EOF;
     self->m_position += count;
     return static_cast<int>(count);
 }
@@ -144,7 +156,7 @@ int Demuxer::readBytes(void* demuxer, std::uint8_t* buffer, int size)
 std::int64_t Demuxer::seekBytes(void* demuxer, std::int64_t offset, int whence)
 {
     auto* self = static_cast<Demuxer*>(demuxer);
-    const auto size = static_cast<std::int64_t>(self->m_bytes->size());
+    const auto size = static_cast<std::int64_t>(self->m_bytes->file().size());
     std::int64_t base = 0;
     switch (whence & ~AVSEEK_FORCE) {
     case AVSEEK_SIZE:

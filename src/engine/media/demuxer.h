@@ -4,15 +4,17 @@
 #include "bytes/bytesource.h"
 #include "deadline.h"
 #include "libav.h"
+#include "media/claimguard.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace engine {
 
 /// An open libav demuxer that always comes back: every read looks at a deadline and at how much has
-/// been read. Restricted to media formats that do not lead to other files, and to the plain file
-/// protocol.
+/// been read. Restricted to media formats that do not lead to other files, and without any protocol
+/// by which it could open one.
 class Demuxer
 {
 public:
@@ -62,7 +64,7 @@ private:
     // Closing the context may still read and ask the deadline, so it goes first.
     Deadline m_deadline;
     std::int64_t m_mostBytesRead; ///< by this piece of work and those before
-    ByteSourcePtr m_bytes;
+    std::optional<ClaimGuard> m_bytes;
     std::uint64_t m_position = 0; ///< of the next read from m_bytes
     std::unique_ptr<AVIOContext, FreeIo> m_io;
     FormatContextPtr m_context;

@@ -92,8 +92,26 @@ FramePtr FrameReader::next()
     for (int i = 0; m_packet && i < mostPacketsForFrame; ++i) {
         if (FramePtr frame = m_decoder->receive())
             return frame;
-        if (m_drained || !sendNextPacket())
+        if (m_drained)
             break;
+        sendNextPacket();
+    }
+    return nullptr;
+}
+
+const AVPacket* FrameReader::nextPacket()
+{
+    while (m_packet && !m_demuxer->isExhausted()) {
+        av_packet_unref(m_packet.get());
+        const int result = av_read_frame(m_demuxer->context(), m_packet.get());
+        if (result == AVERROR(EAGAIN))
+            continue;
+        if (result < 0)
+            break;
+        if (m_packet->stream_index != m_stream->index)
+            continue;
+        completePosition();
+        return m_packet.get();
     }
     return nullptr;
 }
@@ -106,32 +124,15 @@ void FrameReader::restart(bool fromKeyframe)
     m_lastPosition = -1;
 }
 
-/// Gives the decoder the stream's next packet, or the news that there is none. False when the time
-/// is over.
-bool FrameReader::sendNextPacket()
+/// Gives the decoder the stream's next packet, or the news that there is none.
+void FrameReader::sendNextPacket()
 {
-    while (!m_demuxer->isExhausted()) {
-        const int result = av_read_frame(m_demuxer->context(), m_packet.get());
-        if (result == AVERROR(EAGAIN))
-            continue;
-        if (result < 0) {
-            m_drained = true;
-            m_decoder->send(nullptr);
-            return true;
-        }
-        const bool isOurs = m_packet->stream_index == m_stream->index;
-        if (isOurs)
-            completePosition();
-        const bool isKeyframe = m_packet->flags & AV_PKT_FLAG_KEY;
-        if (isOurs && (isKeyframe || !m_awaitsKeyframe)) {
-            m_awaitsKeyframe = false;
-            m_decoder->send(m_packet.get());
-            av_packet_unref(m_packet.get());
-            return true;
-        }
-        av_packet_unref(m_packet.get());
-    }
-    return false;
+    const AVPacket* packet = nextPacket();
+    while (packet && m_awaitsKeyframe && !(packet->flags & AV_PKT_FLAG_KEY))
+        packet = nextPacket();
+    m_awaitsKeyframe = m_awaitsKeyframe && !packet;
+    m_drained = !packet;
+    m_decoder->send(packet);
 }
 
 /// Pictures so small that they begin in the container's same packet as the one before have no

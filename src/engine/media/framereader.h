@@ -22,6 +22,10 @@ public:
     /// The next frame in the order of showing; null at the end, or when none comes.
     FramePtr next();
 
+    /// The stream's next packet, for those who look for a place to decode from; null at the end, or
+    /// when the time is over. Valid until the next call of anything here.
+    const AVPacket* nextPacket();
+
     /// To be called when the demuxer was moved: packets before the next keyframe are passed over,
     /// unless `fromKeyframe` is false.
     void restart(bool fromKeyframe);
@@ -33,7 +37,7 @@ private:
     FrameReader(std::unique_ptr<Demuxer> demuxer, AVStream* stream,
                 std::unique_ptr<VideoDecoder> decoder);
 
-    bool sendNextPacket();
+    void sendNextPacket();
     void completePosition();
 
     std::unique_ptr<Demuxer> m_demuxer;

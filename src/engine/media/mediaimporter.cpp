@@ -6,6 +6,7 @@
 #include "media/framereader.h"
 #include "media/mp4protection.h"
 #include "media/protection.h"
+#include "media/streamtimes.h"
 
 #include <algorithm>
 #include <cstring>
@@ -49,8 +50,7 @@ MediaSource::Span spanOf(const AVFormatContext& context)
     MediaSource::Span span;
     if (context.start_time != AV_NOPTS_VALUE)
         span.start = context.start_time;
-    if (context.duration != AV_NOPTS_VALUE)
-        span.duration = std::max<std::int64_t>(context.duration, 0);
+    span.duration = durationOf(context);
     return span;
 }
 
@@ -58,9 +58,10 @@ MediaSource::Span spanOf(const AVFormatContext& context)
 
 Opening MediaImporter::open(const std::string& path)
 {
+    Deadline deadline(describeLimit);
     auto demuxer = Demuxer::openFile(path);
     if (!demuxer) {
-        if (logIsOpen() && mp4DeclaresProtection(path))
+        if (logIsOpen() && mp4DeclaresProtection(path, deadline))
             log(path + protectedText);
         return Opening::notMine();
     }
@@ -68,18 +69,18 @@ Opening MediaImporter::open(const std::string& path)
         log(path + (demuxer->gaveUp() ? ": given up, it took too long" : ": no usable stream"));
         return Opening::notMine();
     }
-    auto* importer = new MediaImporter(path, *demuxer->context());
+    auto* importer = new MediaImporter(path, *demuxer->context(), deadline);
     if (importer->m_isProtected)
         log(path + protectedText);
     return Opening::opened(importer);
 }
 
-MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context)
+MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context, Deadline& deadline)
     : m_path(path)
     , m_movie(describeMovie(context))
     , m_reopening({context.iformat, spanOf(context),
                    std::make_shared<std::vector<VideoTrack>>(videoTracks(context))})
-    , m_isProtected(isProtected(context, path))
+    , m_isProtected(isProtected(context, path, deadline))
 {}
 
 MediaImporter::MediaImporter(const std::string& path, Reopening reopening)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "deadline.h"
 #include "media/reopening.h"
 #include "moviefacts.h"
 #include "opening.h"
@@ -36,8 +37,8 @@ public:
     void release() override;
 
 private:
-    MediaImporter(const std::string& path, AVFormatContext& context);
     MediaImporter(const std::string& path, Reopening reopening);
+    MediaImporter(const std::string& path, AVFormatContext& context, Deadline& deadline);
     ~MediaImporter() = default;
 
     const char* value(const char* key) override;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/mediasource.h"
 
+#include "media/keyframesearch.h"
+
 #include <algorithm>
 
 namespace engine {
@@ -64,9 +66,20 @@ bool MediaSource::readNext()
 
 void MediaSource::goTo(std::int64_t timestamp)
 {
-    if (!goToKeyframeNear(timestamp))
+    if (!goToSearchedKeyframe(timestamp) && !goToKeyframeNear(timestamp))
         startOver();
     m_reader->restart(true);
+}
+
+/// To the nearest keyframe of a container that does not know where they are. False when it does, or
+/// there is none.
+bool MediaSource::goToSearchedKeyframe(std::int64_t timestamp)
+{
+    AVFormatContext* context = m_reader->demuxer().context();
+    if (!mustSearchKeyframes(*context))
+        return false;
+    const auto byte = KeyframeSearch(*m_reader, timestampOf(0), timestamp).nearest();
+    return byte && av_seek_frame(context, -1, *byte, AVSEEK_FLAG_BYTE) >= 0;
 }
 
 /// To the keyframe before the timestamp, or to the one behind it when the container knows of one

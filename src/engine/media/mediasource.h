@@ -35,6 +35,7 @@ private:
 
     bool readNext() override;
     void goTo(std::int64_t timestamp);
+    bool goToSearchedKeyframe(std::int64_t timestamp);
     bool goToKeyframeNear(std::int64_t timestamp);
     bool startOver();
     bool goFurtherBack();

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/mp4protection.h"
 
-#include "bytes/byteview.h"
 #include "bytes/plainfile.h"
-
-#include <algorithm>
-#include <optional>
-#include <string_view>
+#include "media/mp4boxes.h"
 
 namespace engine {
 
@@ -16,56 +12,48 @@ namespace {
 constexpr int mostBoxes = 20000;
 constexpr int deepestLevel = 8;
 
-struct Box
-{
-    std::string type;
-    std::uint64_t contents; ///< offset of what is inside
-    std::uint64_t end;
-
-    bool isOneOf(std::initializer_list<std::string_view> types) const
-    {
-        return std::find(types.begin(), types.end(), type) != types.end();
-    }
-};
-
 /// Walks the boxes that lead to the sample entries.
 class BoxWalk
 {
 public:
-    explicit BoxWalk(const ByteSource& file)
+    BoxWalk(const ByteSource& file, Deadline& deadline)
         : m_file(file)
+        , m_deadline(deadline)
     {}
 
-    bool findsProtection() { return searchBoxes({{}, 0, m_file.size()}, 0); }
+    bool findsProtection();
 
 private:
-    std::optional<Box> readBox(std::uint64_t offset, std::uint64_t limit);
-    bool searchBoxes(const Box& parent, int level);
-    bool searchSampleEntries(const Box& table, int level);
+    std::optional<Mp4Box> readBox(std::uint64_t offset, std::uint64_t limit);
+    bool searchBoxes(const Mp4Box& parent, int level);
+    bool searchSampleEntries(const Mp4Box& table, int level);
 
     const ByteSource& m_file;
+    Deadline& m_deadline;
     int m_boxes = 0;
 };
 
-std::optional<Box> BoxWalk::readBox(std::uint64_t offset, std::uint64_t limit)
+std::optional<Mp4Box> BoxWalk::readBox(std::uint64_t offset, std::uint64_t limit)
 {
-    std::uint8_t bytes[16];
-    const ByteView header(bytes, m_file.read(offset, bytes, sizeof(bytes)));
-    if (++m_boxes > mostBoxes || offset >= limit)
+    if (++m_boxes > mostBoxes || m_deadline.expired())
         return std::nullopt;
-    const std::uint64_t room = limit - offset;
-    const bool isLong = header.u32(0) == 1;
-    const std::uint64_t headerSize = isLong ? 16 : 8;
-    std::uint64_t size =
-        isLong ? std::uint64_t{header.u32(8)} << 32 | header.u32(12) : std::uint64_t{header.u32(0)};
-    if (size == 0) // to the end
-        size = room;
-    if (!header.holds(0, headerSize) || size < headerSize || size > room)
-        return std::nullopt;
-    return Box{header.part(4, 4).text(), offset + headerSize, offset + size};
+    return readMp4Box(m_file, offset, limit);
 }
 
-bool BoxWalk::searchBoxes(const Box& parent, int level)
+/// All tracks are declared in the first movie header: what comes behind it are fragments, often
+/// thousands.
+bool BoxWalk::findsProtection()
+{
+    std::uint64_t offset = 0;
+    while (const auto box = readBox(offset, m_file.size())) {
+        if (box->isOneOf({"moov"}))
+            return searchBoxes(*box, 1);
+        offset = box->end;
+    }
+    return false;
+}
+
+bool BoxWalk::searchBoxes(const Mp4Box& parent, int level)
 {
     if (level == deepestLevel)
         return false;
@@ -73,7 +61,7 @@ bool BoxWalk::searchBoxes(const Box& parent, int level)
     while (const auto box = readBox(offset, parent.end)) {
         if (box->isOneOf({"sinf"}))
             return true;
-        if (box->isOneOf({"moov", "trak", "mdia", "minf", "stbl"}) && searchBoxes(*box, level + 1))
+        if (box->isOneOf({"trak", "mdia", "minf", "stbl"}) && searchBoxes(*box, level + 1))
             return true;
         if (box->isOneOf({"stsd"}) && searchSampleEntries(*box, level + 1))
             return true;
@@ -82,7 +70,7 @@ bool BoxWalk::searchBoxes(const Box& parent, int level)
     return false;
 }
 
-bool BoxWalk::searchSampleEntries(const Box& table, int level)
+bool BoxWalk::searchSampleEntries(const Mp4Box& table, int level)
 {
     constexpr std::uint64_t tableHeader = 8; // version, flags, number of entries
     std::uint64_t offset = table.contents + tableHeader;
@@ -91,7 +79,8 @@ bool BoxWalk::searchSampleEntries(const Box& table, int level)
             return true;
         // Behind fields whose length depends on the kind: picture, sound or anything else.
         for (const std::uint64_t fields : {78, 28, 8}) {
-            if (searchBoxes({entry->type, entry->contents + fields, entry->end}, level + 1))
+            if (searchBoxes({entry->type, entry->begin, entry->contents + fields, entry->end},
+                            level + 1))
                 return true;
         }
         offset = entry->end;
@@ -101,10 +90,10 @@ bool BoxWalk::searchSampleEntries(const Box& table, int level)
 
 } // namespace
 
-bool mp4DeclaresProtection(const std::string& path)
+bool mp4DeclaresProtection(const std::string& path, Deadline& deadline)
 {
     const auto file = PlainFile::open(path);
-    return file && BoxWalk(*file).findsProtection();
+    return file && BoxWalk(*file, deadline).findsProtection();
 }
 
 } // namespace engine

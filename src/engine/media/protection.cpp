@@ -39,7 +39,7 @@ bool isMp4(const AVFormatContext& context)
 
 } // namespace
 
-bool isProtected(const AVFormatContext& context, const std::string& path)
+bool isProtected(const AVFormatContext& context, const std::string& path, Deadline& deadline)
 {
     if (hasAnyKey(context.metadata, containerKeys))
         return true;
@@ -47,7 +47,7 @@ bool isProtected(const AVFormatContext& context, const std::string& path)
         if (isProtectedStream(context.streams[i]))
             return true;
     }
-    return isMp4(context) && mp4DeclaresProtection(path);
+    return isMp4(context) && mp4DeclaresProtection(path, deadline);
 }
 
 } // namespace engine

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/streamdescription.h"
 
+#include "media/streamtimes.h"
 #include "text.h"
 
 #include <algorithm>
@@ -11,20 +12,38 @@ namespace engine {
 
 namespace {
 
-/// Far more than people write into a file; some have whole pictures in their tags.
-constexpr std::size_t longestText = std::size_t{64} * 1024;
 constexpr std::size_t mostTags = 1000;
 
-std::string textOf(const char* text)
+/// Takes texts out of a file: far more than people write into one, but there are tags that hold
+/// whole pictures.
+class TextReader
 {
-    return cutUtf8(text, longestText);
-}
+public:
+    std::string read(const char* text)
+    {
+        constexpr std::size_t longest = std::size_t{64} * 1024;
+        const std::size_t most = std::min(longest, m_left);
+        std::string read = cutUtf8(std::string(text, strnlen(text, most + 1)), most);
+        m_left -= read.size();
+        return read;
+    }
 
-std::string tagValue(const AVDictionary* metadata, const char* key)
-{
-    const AVDictionaryEntry* entry = av_dict_get(metadata, key, nullptr, 0);
-    return entry ? textOf(entry->value) : std::string();
-}
+    std::string readTag(const AVDictionary* metadata, const char* key)
+    {
+        const AVDictionaryEntry* entry = av_dict_get(metadata, key, nullptr, 0);
+        return entry ? read(entry->value) : std::string();
+    }
+
+    /// Empty where the file has control characters for "unspecified", as QuickTime's have.
+    std::string readLanguage(const AVDictionary* metadata)
+    {
+        std::string language = readTag(metadata, "language");
+        return std::any_of(language.begin(), language.end(), isControl) ? std::string() : language;
+    }
+
+private:
+    std::size_t m_left = std::size_t{1024} * 1024;
+};
 
 int kindOf(const AVStream& stream)
 {
@@ -50,18 +69,6 @@ bool isPrintable(std::uint32_t tag)
     return true;
 }
 
-Ratio toRatio(AVRational value)
-{
-    return value.num > 0 && value.den > 0 ? Ratio{value.num, value.den} : Ratio{};
-}
-
-/// The average rate; where the file is too short or too strange for one, libav's best guess.
-Ratio frameRateOf(AVFormatContext& context, AVStream& stream)
-{
-    const Ratio average = toRatio(stream.avg_frame_rate);
-    return average.isKnown() ? average : toRatio(av_guess_frame_rate(&context, &stream, nullptr));
-}
-
 Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
 {
     const AVRational pixel = pixelAspectOf(context, stream);
@@ -72,26 +79,11 @@ Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
     return aspect;
 }
 
-std::optional<double> inSeconds(std::int64_t duration, AVRational base)
-{
-    if (duration == AV_NOPTS_VALUE || duration <= 0 || base.num <= 0 || base.den <= 0)
-        return std::nullopt;
-    return static_cast<double>(duration) * av_q2d(base);
-}
-
-/// The stream's own duration, else the file's, which libav derives from those of all streams.
-std::optional<double> durationOf(const AVFormatContext& context, const AVStream& stream)
-{
-    const auto own = inSeconds(stream.duration, stream.time_base);
-    return own ? own : inSeconds(context.duration, AV_TIME_BASE_Q);
-}
-
 void describePicture(AVFormatContext& context, AVStream& stream, StreamFacts& facts)
 {
     facts.fourcc = fourccOf(stream.codecpar->codec_id, stream.codecpar->codec_tag);
     facts.width = std::max(stream.codecpar->width, 0);
     facts.height = std::max(stream.codecpar->height, 0);
-    facts.frameRate = frameRateOf(context, stream);
     facts.displayAspect = displayAspectOf(context, stream);
 }
 
@@ -101,6 +93,28 @@ void describeSound(const AVCodecParameters& parameters, StreamFacts& facts)
     facts.channels = std::max(parameters.ch_layout.nb_channels, 0);
     if (parameters.ch_layout.order == AV_CHANNEL_ORDER_NATIVE)
         facts.channelLayout = parameters.ch_layout.u.mask;
+}
+
+StreamFacts describeStream(AVFormatContext& context, AVStream& stream, TextReader& texts,
+                           FrameRates& rates)
+{
+    StreamFacts facts;
+    facts.name = texts.readTag(stream.metadata, "title");
+    facts.kind = kindOf(stream);
+    facts.id = stream.index;
+    if (const AVCodecDescriptor* codec = avcodec_descriptor_get(stream.codecpar->codec_id))
+        facts.codec = codec->name;
+    facts.language = texts.readLanguage(stream.metadata);
+    facts.duration = durationOf(context, stream);
+    facts.bitRate =
+        static_cast<int>(std::clamp<std::int64_t>(stream.codecpar->bit_rate, 0, INT_MAX));
+    if (facts.kind == AVBased::StreamKindVideo) {
+        describePicture(context, stream, facts);
+        facts.frameRate = rates.of(stream);
+    } else if (facts.kind == AVBased::StreamKindAudio) {
+        describeSound(*stream.codecpar, facts);
+    }
+    return facts;
 }
 
 /// The file's tags. Ogg keeps them with its streams.
@@ -134,36 +148,19 @@ AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream, AVFrame* fr
     return aspect.num > 0 && aspect.den > 0 ? aspect : AVRational{1, 1};
 }
 
-StreamFacts describeStream(AVFormatContext& context, AVStream& stream)
-{
-    StreamFacts facts;
-    facts.name = tagValue(stream.metadata, "title");
-    facts.kind = kindOf(stream);
-    facts.id = stream.index;
-    if (const AVCodecDescriptor* codec = avcodec_descriptor_get(stream.codecpar->codec_id))
-        facts.codec = codec->name;
-    facts.language = tagValue(stream.metadata, "language");
-    facts.duration = durationOf(context, stream);
-    facts.bitRate =
-        static_cast<int>(std::clamp<std::int64_t>(stream.codecpar->bit_rate, 0, INT_MAX));
-    if (facts.kind == AVBased::StreamKindVideo)
-        describePicture(context, stream, facts);
-    else if (facts.kind == AVBased::StreamKindAudio)
-        describeSound(*stream.codecpar, facts);
-    return facts;
-}
-
 MovieFacts describeMovie(AVFormatContext& context)
 {
     MovieFacts facts;
     facts.format = context.iformat->name;
+    TextReader texts;
+    FrameRates rates(context);
     for (unsigned i = 0; i < context.nb_streams; ++i)
-        facts.streams.push_back(describeStream(context, *context.streams[i]));
+        facts.streams.push_back(describeStream(context, *context.streams[i], texts, rates));
     const AVDictionaryEntry* tag = nullptr;
     while (facts.tags.size() < mostTags &&
            (tag = av_dict_get(tagsOf(context), "", tag, AV_DICT_IGNORE_SUFFIX)))
-        facts.tags.emplace_back(textOf(tag->key), textOf(tag->value));
-    facts.name = tagValue(tagsOf(context), "title");
+        facts.tags.emplace_back(texts.read(tag->key), texts.read(tag->value));
+    facts.name = texts.readTag(tagsOf(context), "title");
     return facts;
 }
 

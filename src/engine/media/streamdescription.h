@@ -23,10 +23,8 @@ struct VideoTrack
 /// Shape of a pixel, width to height; square when neither the file nor the frame says it.
 AVRational pixelAspectOf(AVFormatContext& context, AVStream& stream, AVFrame* frame = nullptr);
 
-/// One stream of an open file, as libav knows it after findStreamInfo().
-StreamFacts describeStream(AVFormatContext& context, AVStream& stream);
-
-/// All streams, the name and the tags of an open file.
+/// All streams, the name and the tags of an open file, as libav knows them after findStreamInfo().
+/// May read on in the file.
 MovieFacts describeMovie(AVFormatContext& context);
 
 /// The streams that can be decoded to pictures: attached pictures are none.

@@ -2,16 +2,16 @@
 #include "media/videodecoder.h"
 
 #include "enginelink/log.h"
+#include "media/pixellimit.h"
 
+#include <cerrno>
 #include <cstring>
+#include <new>
 #include <type_traits>
 
 namespace engine {
 
 namespace {
-
-/// Twice the pixels of an 8K picture: a file that claims more gets no picture, and no memory.
-constexpr std::int64_t mostPixels = 64LL * 1024 * 1024;
 
 /// Decoders pass on whatever number a stream has in the place of one of these.
 template <typename Enumeration>
@@ -45,7 +45,7 @@ std::unique_ptr<VideoDecoder> VideoDecoder::open(const AVCodecParameters& parame
     if (!context || avcodec_parameters_to_context(context.get(), &parameters) < 0)
         return nullptr;
     context->pkt_timebase = timeBase;
-    context->max_pixels = mostPixels;
+    context->max_pixels = mostPixels(parameters.codec_id);
     // A few frames a file: threads would cost more than they give.
     context->thread_count = 1;
     const int result = avcodec_open2(context.get(), codec, nullptr);
@@ -56,9 +56,26 @@ std::unique_ptr<VideoDecoder> VideoDecoder::open(const AVCodecParameters& parame
     return std::unique_ptr<VideoDecoder>(new VideoDecoder(std::move(context)));
 }
 
+VideoDecoder::VideoDecoder(CodecContextPtr context)
+    : m_context(std::move(context))
+{
+    m_context->opaque = this;
+    m_context->get_buffer2 = getBuffer;
+}
+
+int VideoDecoder::getBuffer(AVCodecContext* context, AVFrame* frame, int flags)
+{
+    const int result = avcodec_default_get_buffer2(context, frame, flags);
+    if (result == AVERROR(ENOMEM))
+        static_cast<VideoDecoder*>(context->opaque)->m_lacksMemory = true;
+    return result;
+}
+
 void VideoDecoder::send(const AVPacket* packet)
 {
-    avcodec_send_packet(m_context.get(), packet);
+    const int result = avcodec_send_packet(m_context.get(), packet);
+    if (result == AVERROR(ENOMEM) || m_lacksMemory)
+        throw std::bad_alloc();
 }
 
 FramePtr VideoDecoder::receive()

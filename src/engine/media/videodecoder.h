@@ -17,7 +17,7 @@ public:
                                               AVRational timeBase);
 
     /// Takes a packet, or with null the news that there are no more. Damaged packets are passed
-    /// over.
+    /// over; throws when there is no memory for a picture.
     void send(const AVPacket* packet);
 
     /// The next frame that is ready, or null.
@@ -27,11 +27,12 @@ public:
     void flush();
 
 private:
-    explicit VideoDecoder(CodecContextPtr context)
-        : m_context(std::move(context))
-    {}
+    explicit VideoDecoder(CodecContextPtr context);
+
+    static int getBuffer(AVCodecContext* context, AVFrame* frame, int flags);
 
     CodecContextPtr m_context;
+    bool m_lacksMemory = false; ///< decoders take that for damage
 };
 
 } // namespace engine

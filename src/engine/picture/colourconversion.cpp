@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <vector>
+#include <cstddef>
 
 namespace engine {
 
@@ -12,6 +12,8 @@ namespace {
 
 /// Light of the white of ordinary content within HDR material, candela a square metre: BT.2408.
 constexpr double referenceWhite = 203.0;
+/// What swscale makes of white in 16 bits: the byte, moved up.
+constexpr float swscaleWhite = 255.0F * 256.0F;
 /// Peak of material that does not say, and of the nominal HLG screen.
 constexpr double nominalPeak = 1000.0;
 
@@ -36,9 +38,11 @@ double hlgToScene(double code)
     return code <= 0.5 ? code * code / 3.0 : (std::exp((code - c) / a) + b) / 12.0;
 }
 
-double gammaToLight(double code)
+/// What `lightToSrgb` undoes: material that is not of high dynamic range is as bright on the screen
+/// as its code values, like that which needs no conversion.
+double srgbToLight(double code)
 {
-    return std::pow(code, 2.4);
+    return code <= 0.04045 ? code / 12.92 : std::pow((code + 0.055) / 1.055, 2.4);
 }
 
 double lightToSrgb(double light)
@@ -135,14 +139,14 @@ const Curve& lightCurve(AVColorTransferCharacteristic transfer)
 {
     static const Curve pq([](double x) { return pqToLight(x) / referenceWhite; });
     static const Curve hlg(hlgToScene);
-    static const Curve gamma(gammaToLight);
+    static const Curve srgb(srgbToLight);
     switch (transfer) {
     case AVCOL_TRC_SMPTE2084:
         return pq;
     case AVCOL_TRC_ARIB_STD_B67:
         return hlg;
     default:
-        return gamma;
+        return srgb;
     }
 }
 
@@ -154,6 +158,12 @@ Colour showHlg(const Colour& scene)
     const float gain =
         std::pow(y, systemGamma - 1.0F) * static_cast<float>(nominalPeak / referenceWhite);
     return {scene.r * gain, scene.g * gain, scene.b * gain};
+}
+
+const std::uint16_t* rowOf(const AVFrame& planes, int plane, int y)
+{
+    return reinterpret_cast<const std::uint16_t*>(
+        planes.data[plane] + static_cast<std::ptrdiff_t>(planes.linesize[plane]) * y);
 }
 
 std::uint32_t toByte(const Curve& encode, float light)
@@ -169,8 +179,7 @@ bool needsColourConversion(const AVFrame& frame)
            frame.color_primaries == AVCOL_PRI_BT2020;
 }
 
-void convertColours(const AVFrame& frame, const std::uint16_t* rgba, std::size_t count,
-                    std::uint32_t* argb)
+void convertColours(const AVFrame& frame, const AVFrame& planes, int y, std::uint32_t* argb)
 {
     static const Curve encode(lightToSrgb);
     const Curve& decode = lightCurve(frame.color_trc);
@@ -179,11 +188,14 @@ void convertColours(const AVFrame& frame, const std::uint16_t* rgba, std::size_t
     const bool isWide = frame.color_primaries == AVCOL_PRI_BT2020;
     const double peak = isPq ? peakOf(frame) : nominalPeak;
     const RollOff rollOff(isPq || isHlg ? peak / referenceWhite : 1.0);
+    const std::uint16_t* green = rowOf(planes, 0, y);
+    const std::uint16_t* blue = rowOf(planes, 1, y);
+    const std::uint16_t* red = rowOf(planes, 2, y);
 
-    for (std::size_t i = 0; i < count; ++i, rgba += 4) {
-        Colour c = {decode(static_cast<float>(rgba[0]) / 65535.0F),
-                    decode(static_cast<float>(rgba[1]) / 65535.0F),
-                    decode(static_cast<float>(rgba[2]) / 65535.0F)};
+    for (int x = 0; x < planes.width; ++x) {
+        Colour c = {decode(static_cast<float>(red[x]) / swscaleWhite),
+                    decode(static_cast<float>(green[x]) / swscaleWhite),
+                    decode(static_cast<float>(blue[x]) / swscaleWhite)};
         if (isHlg)
             c = showHlg(c);
         // The brightest component decides, so that bright colours keep their hue.
@@ -192,7 +204,7 @@ void convertColours(const AVFrame& frame, const std::uint16_t* rgba, std::size_t
         c = {c.r * gain, c.g * gain, c.b * gain};
         if (isWide)
             c = toNarrowGamut(c);
-        argb[i] = 0xFF000000U | toByte(encode, c.r) << 16 | toByte(encode, c.g) << 8 |
+        argb[x] = 0xFF000000U | toByte(encode, c.r) << 16 | toByte(encode, c.g) << 8 |
                   toByte(encode, c.b);
     }
 }

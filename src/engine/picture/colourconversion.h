@@ -3,7 +3,6 @@
 
 #include "libav.h"
 
-#include <cstddef>
 #include <cstdint>
 
 namespace engine {
@@ -12,9 +11,8 @@ namespace engine {
 /// wide gamut of BT.2020.
 bool needsColourConversion(const AVFrame& frame);
 
-/// Brings `count` pixels of three 16-bit values and an unused one, as swscale made them from
-/// `frame`, to 0xFFRRGGBB of an sRGB screen. Highlights are rolled off rather than cut.
-void convertColours(const AVFrame& frame, const std::uint16_t* rgba, std::size_t count,
-                    std::uint32_t* argb);
+/// Brings row `y` of `planes`, 16-bit ones of green, blue and red that swscale made from `frame`,
+/// to 0xFFRRGGBB of an sRGB screen. Highlights are rolled off rather than cut.
+void convertColours(const AVFrame& frame, const AVFrame& planes, int y, std::uint32_t* argb);
 
 } // namespace engine

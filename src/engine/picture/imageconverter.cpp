@@ -3,6 +3,7 @@
 
 #include "enginelink/picturesize.h"
 #include "picture/colourconversion.h"
+#include "picture/deinterlacing.h"
 #include "picture/frame.h"
 
 #include <algorithm>
@@ -90,13 +91,35 @@ bool hasAlpha(int format)
     return descriptor && (descriptor->flags & (AV_PIX_FMT_FLAG_ALPHA | AV_PIX_FMT_FLAG_PAL));
 }
 
-/// Transparent pixels show the black behind them.
-std::uint32_t onBlack(std::uint32_t argb)
+const std::uint8_t* rowOf(const AVFrame& frame, int plane, int y)
 {
-    const std::uint32_t alpha = argb >> 24;
-    const auto blend = [alpha](std::uint32_t c) { return (c * alpha + 127) / 255; };
-    return 0xFF000000U | blend(argb >> 16 & 0xFF) << 16 | blend(argb >> 8 & 0xFF) << 8 |
-           blend(argb & 0xFF);
+    return frame.data[plane] + static_cast<std::ptrdiff_t>(frame.linesize[plane]) * y;
+}
+
+/// Row `y` of planes of green, blue and red.
+void join(const AVFrame& planes, int y, std::uint32_t* argb)
+{
+    const int width = planes.width;
+    const std::uint8_t* green = rowOf(planes, 0, y);
+    const std::uint8_t* blue = rowOf(planes, 1, y);
+    const std::uint8_t* red = rowOf(planes, 2, y);
+    for (int x = 0; x < width; ++x)
+        argb[x] =
+            0xFF000000U | std::uint32_t{red[x]} << 16 | std::uint32_t{green[x]} << 8 | blue[x];
+}
+
+/// The same for planes with one of opacity: transparent pixels show the black behind them.
+void joinOnBlack(const AVFrame& planes, int y, std::uint32_t* argb)
+{
+    const int width = planes.width;
+    const std::uint8_t* green = rowOf(planes, 0, y);
+    const std::uint8_t* blue = rowOf(planes, 1, y);
+    const std::uint8_t* red = rowOf(planes, 2, y);
+    const std::uint8_t* alpha = rowOf(planes, 3, y);
+    const auto blend = [alpha](std::uint32_t c, int x) { return (c * alpha[x] + 127) / 255; };
+    for (int x = 0; x < width; ++x)
+        argb[x] =
+            0xFF000000U | blend(red[x], x) << 16 | blend(green[x], x) << 8 | blend(blue[x], x);
 }
 
 } // namespace
@@ -133,48 +156,66 @@ AVBased::IAVPicture* ImageConverter::convert(AVBased::IAVFrame* frame)
 /// Makes m_scaled of the frame, `width` x `height` pixels of 0xFFRRGGBB.
 bool ImageConverter::scale(const AVFrame& picture, int width, int height)
 {
+    const bool hasTwoMoments = isInterlaced(picture);
+    const FramePtr moment = hasTwoMoments ? deinterlaced(picture, height) : nullptr;
+    if (hasTwoMoments && !moment)
+        return false;
     const bool wide = needsColourConversion(picture);
-    const AVPixelFormat from = plainFormat(picture.format);
-    const AVPixelFormat to = wide ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_RGB32;
+    const bool blend = !wide && hasAlpha(picture.format);
+    const AVPixelFormat opaque = wide ? AV_PIX_FMT_GBRP16 : AV_PIX_FMT_GBRP;
+    if (!preparePlanes(blend ? AV_PIX_FMT_GBRAP : opaque, width, height) ||
+        !fillPlanes(moment ? *moment : picture, matrixOf(picture), isFullRange(picture)))
+        return false;
+
+    m_scaled.resize(static_cast<std::size_t>(width) * height);
+    for (int y = 0; y < height; ++y) {
+        std::uint32_t* out = m_scaled.data() + static_cast<std::ptrdiff_t>(width) * y;
+        if (wide)
+            convertColours(picture, *m_planes, y, out);
+        else if (blend)
+            joinOnBlack(*m_planes, y, out);
+        else
+            join(*m_planes, y, out);
+    }
+    return true;
+}
+
+bool ImageConverter::preparePlanes(AVPixelFormat format, int width, int height)
+{
+    if (m_planes && m_planes->format == format && m_planes->width == width &&
+        m_planes->height == height)
+        return true;
+    m_planes.reset(av_frame_alloc());
+    if (!m_planes)
+        return false;
+    m_planes->format = format;
+    m_planes->width = width;
+    m_planes->height = height;
+    if (av_frame_get_buffer(m_planes.get(), 0) >= 0)
+        return true;
+    m_planes.reset();
+    return false;
+}
+
+/// Scales `shown` into m_planes, of whatever matrix and range it is. For planes swscale works out
+/// the colour of each pixel by itself; in packed ones two share one, by tables that turn grey into
+/// magenta.
+bool ImageConverter::fillPlanes(const AVFrame& shown, int matrix, bool isFullRange)
+{
+    const AVPixelFormat from = plainFormat(shown.format);
     if (!sws_isSupportedInput(from))
         return false;
-    m_scaler.reset(sws_getCachedContext(m_scaler.release(), picture.width, picture.height, from,
-                                        width, height, to, SWS_BILINEAR, nullptr, nullptr,
-                                        nullptr));
+    m_scaler.reset(sws_getCachedContext(
+        m_scaler.release(), shown.width, shown.height, from, m_planes->width, m_planes->height,
+        static_cast<AVPixelFormat>(m_planes->format), SWS_BILINEAR, nullptr, nullptr, nullptr));
     if (!m_scaler)
         return false;
     constexpr int neutral = 1 << 16;
     const int* screen = sws_getCoefficients(SWS_CS_DEFAULT);
-    sws_setColorspaceDetails(m_scaler.get(), sws_getCoefficients(matrixOf(picture)),
-                             isFullRange(picture), screen, 1, 0, neutral, neutral);
-
-    // Rows end on the boundary that swscale writes to at its fastest, and beyond.
-    const int bytesPerPixel = wide ? 8 : 4;
-    const int stride = FFALIGN(width * bytesPerPixel, 64);
-    std::vector<std::uint8_t> buffer(static_cast<std::size_t>(stride) * height + 64);
-    std::uint8_t* const start =
-        buffer.data() + (64 - reinterpret_cast<std::uintptr_t>(buffer.data()) % 64) % 64;
-    std::uint8_t* const planes[4] = {start, nullptr, nullptr, nullptr};
-    const int strides[4] = {stride, 0, 0, 0};
-    if (sws_scale(m_scaler.get(), picture.data, picture.linesize, 0, picture.height, planes,
-                  strides) != height)
-        return false;
-
-    m_scaled.resize(static_cast<std::size_t>(width) * height);
-    const bool blend = hasAlpha(picture.format);
-    for (int y = 0; y < height; ++y) {
-        const std::uint8_t* row = start + static_cast<std::ptrdiff_t>(stride) * y;
-        std::uint32_t* out = m_scaled.data() + static_cast<std::ptrdiff_t>(width) * y;
-        if (wide) {
-            convertColours(picture, reinterpret_cast<const std::uint16_t*>(row),
-                           static_cast<std::size_t>(width), out);
-            continue;
-        }
-        const auto* pixels = reinterpret_cast<const std::uint32_t*>(row);
-        for (int x = 0; x < width; ++x)
-            out[x] = blend ? onBlack(pixels[x]) : 0xFF000000U | pixels[x];
-    }
-    return true;
+    sws_setColorspaceDetails(m_scaler.get(), sws_getCoefficients(matrix), isFullRange ? 1 : 0,
+                             screen, 1, 0, neutral, neutral);
+    return sws_scale(m_scaler.get(), shown.data, shown.linesize, 0, shown.height, m_planes->data,
+                     m_planes->linesize) == m_planes->height;
 }
 
 /// Turns m_scaled upright into the middle of the picture, on black.
@@ -186,14 +227,20 @@ void ImageConverter::place(int width, int height, const Orientation& orientation
     const int left = (m_width - outWidth) / 2;
     const int top = (m_height - outHeight) / 2;
     for (int y = 0; y < outHeight; ++y) {
-        std::uint32_t* row = m_pixels.data() + static_cast<std::ptrdiff_t>(m_width) * (top + y);
-        for (int x = 0; x < outWidth; ++x) {
-            const int turnedX = orientation.reverseX ? outWidth - 1 - x : x;
-            const int turnedY = orientation.reverseY ? outHeight - 1 - y : y;
-            const int fromX = orientation.transpose ? turnedY : turnedX;
-            const int fromY = orientation.transpose ? turnedX : turnedY;
-            row[left + x] = m_scaled[static_cast<std::size_t>(width) * fromY + fromX];
-        }
+        std::uint32_t* row =
+            m_pixels.data() + static_cast<std::ptrdiff_t>(m_width) * (top + y) + left;
+        const int turnedY = orientation.reverseY ? outHeight - 1 - y : y;
+        const std::uint32_t* from =
+            m_scaled.data() +
+            (orientation.transpose ? turnedY : static_cast<std::ptrdiff_t>(width) * turnedY);
+        const int step = orientation.transpose ? width : 1;
+        if (step == 1)
+            std::copy_n(from, outWidth, row);
+        else
+            for (int x = 0; x < outWidth; ++x)
+                row[x] = from[static_cast<std::ptrdiff_t>(step) * x];
+        if (orientation.reverseX)
+            std::reverse(row, row + outWidth);
     }
 }
 

@@ -34,12 +34,15 @@ private:
                 std::int32_t* bytes) override;
 
     bool scale(const AVFrame& picture, int width, int height);
+    bool preparePlanes(AVPixelFormat format, int width, int height);
+    bool fillPlanes(const AVFrame& shown, int matrix, bool isFullRange);
     void place(int width, int height, const Orientation& orientation);
 
     const int m_width;
     const int m_height;
     SwsContextPtr m_scaler;
-    std::vector<std::uint32_t> m_scaled; ///< the frame in its final size, not yet upright
+    FramePtr m_planes;                   ///< the frame in its final size, as swscale makes it
+    std::vector<std::uint32_t> m_scaled; ///< the same in pixels, not yet upright
     std::vector<std::uint32_t> m_pixels; ///< the picture
 };
 

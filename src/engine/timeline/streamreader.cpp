@@ -48,13 +48,16 @@ ClipInformation clipOf(const AVStream& stream)
 
 } // namespace
 
-std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::int32_t videoStream)
+std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::int32_t videoStream,
+                                                 const PictureBudget& budget)
 {
     const auto location = DiscFiles::split(path);
     const auto files = location ? DiscFiles::open(location->disc) : nullptr;
     auto demuxer = files ? openStreamFile(*files, location->file) : nullptr;
-    if (demuxer)
+    if (demuxer) {
         demuxer->context()->probesize = enoughForVideo;
+        demuxer->allow(budget.limit());
+    }
     if (!demuxer || !demuxer->findStreamInfo()) {
         log(path + ": no stream file");
         return nullptr;
@@ -69,14 +72,15 @@ std::unique_ptr<StreamReader> StreamReader::open(const std::string& path, std::i
     if (!clip)
         clip = clipOf(reader->stream());
     return std::unique_ptr<StreamReader>(
-        new StreamReader(std::move(reader), track->orientation, std::move(*clip)));
+        new StreamReader(std::move(reader), track->orientation, std::move(*clip), budget));
 }
 
 StreamReader::StreamReader(std::unique_ptr<FrameReader> reader, const Orientation& orientation,
-                           ClipInformation clip)
+                           ClipInformation clip, const PictureBudget& budget)
     : m_reader(std::move(reader))
     , m_orientation(orientation)
     , m_clip(std::move(clip))
+    , m_budget(budget)
 {
     for (const EntryPoint& point : m_clip.entryPoints) {
         // libav finds the picture for sure when it starts reading behind the packet's header.
@@ -88,7 +92,7 @@ StreamReader::StreamReader(std::unique_ptr<FrameReader> reader, const Orientatio
 
 bool StreamReader::seek(std::int64_t position)
 {
-    m_reader->demuxer().allow(pictureLimit);
+    m_reader->demuxer().allow(m_budget.limit());
     if (!m_entries.empty()) {
         const Search search = searchFromEntries(position);
         if (search != Search::failed)
@@ -101,7 +105,7 @@ bool StreamReader::seek(std::int64_t position)
 FramePtr StreamReader::next()
 {
     if (m_ready.empty()) {
-        m_reader->demuxer().allow(pictureLimit);
+        m_reader->demuxer().allow(m_budget.limit());
         return m_reader->next();
     }
     FramePtr frame = std::move(m_ready.front());

@@ -4,6 +4,7 @@
 #include "bluray/clipinformation.h"
 #include "media/framereader.h"
 #include "picture/frame.h"
+#include "picturebudget.h"
 
 #include <cstdint>
 #include <deque>
@@ -25,8 +26,10 @@ class StreamReader
 public:
     /// Opens the file, or the file inside an image, at `path`. Null, with the reason in the log,
     /// when it or its video stream is missing or cannot be decoded. `videoStream` is the stream's
-    /// PID in a stream file, libav's index elsewhere.
-    static std::unique_ptr<StreamReader> open(const std::string& path, std::int32_t videoStream);
+    /// PID in a stream file, libav's index elsewhere. `budget` limits what is done here and later,
+    /// and lives longer.
+    static std::unique_ptr<StreamReader> open(const std::string& path, std::int32_t videoStream,
+                                              const PictureBudget& budget);
 
     /// Makes the frame that is shown at `position` the next one. False when there is none, or it
     /// cannot be found within the time for one picture.
@@ -60,7 +63,7 @@ private:
     };
 
     StreamReader(std::unique_ptr<FrameReader> reader, const Orientation& orientation,
-                 ClipInformation clip);
+                 ClipInformation clip, const PictureBudget& budget);
 
     Search searchFromEntries(std::int64_t position);
     bool searchByTimeStamps(std::int64_t position);
@@ -75,6 +78,7 @@ private:
     std::unique_ptr<FrameReader> m_reader;
     Orientation m_orientation;
     ClipInformation m_clip;
+    const PictureBudget& m_budget;
     std::vector<Entry> m_entries;
     std::deque<FramePtr> m_ready; ///< frames that a seek has read already
 };

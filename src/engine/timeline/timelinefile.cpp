@@ -14,24 +14,10 @@ namespace engine {
 
 namespace {
 
-const char suffix[] = ".seix";
-
 /// A few hundred bytes an item, for the longest timeline.
 constexpr std::size_t largestFile = std::size_t{128} * 1024 * 1024;
 
 } // namespace
-
-bool isTimelineFile(const std::string& path)
-{
-    if (!endsWith(path, suffix))
-        return false;
-    const auto file = PlainFile::open(path);
-    if (!file || file->size() > largestFile)
-        return false;
-    const Bytes start = readBeginning(*file, std::strlen(timelineFirstLine));
-    return std::equal(start.begin(), start.end(), timelineFirstLine,
-                      timelineFirstLine + std::strlen(timelineFirstLine));
-}
 
 std::optional<Timeline> readTimelineFile(const std::string& path)
 {

@@ -35,8 +35,6 @@ MovieFacts describeTimeline(const Timeline& timeline)
 
 Opening TimelineImporter::open(const std::string& path)
 {
-    if (!isTimelineFile(path))
-        return Opening::notMine();
     if (auto timeline = readTimelineFile(path))
         return Opening::opened(new TimelineImporter(path, std::move(*timeline)));
     return Opening::refused();

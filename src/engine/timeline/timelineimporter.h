@@ -12,8 +12,9 @@
 namespace engine {
 
 /// A timeline file: one movie with one video stream, both called 0, which plays the file's sources
-/// one after another. The file is read as a whole when it is opened; if this process has written
-/// it, it is removed when the importer is released (see TimelineEditor).
+/// one after another. Only files that this process has written are opened: a timeline may name any
+/// file. It is read as a whole then, and removed when the importer is released (see
+/// TimelineEditor).
 class TimelineImporter final : public AVBased::IAVImporter
 {
 public:

@@ -28,10 +28,21 @@ void TimelineSource::seek(std::int32_t positionMs)
     forgetFrame();
     m_framesToStay = framesOfPicture;
     const auto behind = std::upper_bound(m_starts.begin(), m_starts.end(), position);
-    goToItem(static_cast<std::size_t>(behind - m_starts.begin()) - 1, position);
+    PictureBudget::Work work(m_budget);
+    if (goToItem(static_cast<std::size_t>(behind - m_starts.begin()) - 1, position))
+        work.succeeded();
 }
 
 bool TimelineSource::readNext()
+{
+    PictureBudget::Work work(m_budget);
+    if (!readOn())
+        return false;
+    work.succeeded();
+    return true;
+}
+
+bool TimelineSource::readOn()
 {
     const bool mustStay = m_framesToStay > 0;
     if (readFromItem() || (mustStay && m_frame.picture)) {
@@ -75,13 +86,13 @@ bool TimelineSource::goToItem(std::size_t index, std::int64_t positionMs)
     if (!isOpen)
         m_reader.reset(); // first, so that no two files are open
     m_following = std::min(index + 1, m_timeline->items.size());
-    if (index >= m_timeline->items.size() || m_unusable.count(index) > 0)
+    if (index >= m_timeline->items.size() || m_unusable.count(index) > 0 || m_budget.isUsedUp())
         return false;
     const TimelineItem& item = m_timeline->items[index];
     if (item.lengthMs() == 0)
         return false;
     if (!isOpen)
-        m_reader = StreamReader::open(item.path, item.videoStream);
+        m_reader = StreamReader::open(item.path, item.videoStream, m_budget);
     const std::int64_t inFileMs = positionMs - m_starts[index] + item.inMs;
     if (m_reader && m_reader->seek(inFileMs * ticksPerMs))
         return true;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "media/framesource.h"
+#include "picturebudget.h"
 #include "timeline/streamreader.h"
 #include "enginelink/timeline/timeline.h"
 
@@ -30,12 +31,14 @@ public:
 
 private:
     bool readNext() override;
+    bool readOn();
     bool readFromItem();
     bool goToItem(std::size_t index, std::int64_t positionMs);
 
     std::shared_ptr<const Timeline> m_timeline;
-    std::vector<std::int64_t> m_starts;     ///< of each item, and the end of the last; milliseconds
-    std::size_t m_following = 0;            ///< the item behind the one that is being read
+    std::vector<std::int64_t> m_starts; ///< of each item, and the end of the last; milliseconds
+    std::size_t m_following = 0;        ///< the item behind the one that is being read
+    PictureBudget m_budget;
     std::unique_ptr<StreamReader> m_reader; ///< of the one that is being read; null when it is over
     std::set<std::size_t> m_unusable;       ///< items that have been tried in vain
     int m_framesToStay = 0; ///< how many more frames come from this item before reading goes on

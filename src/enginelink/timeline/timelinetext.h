@@ -10,6 +10,9 @@ namespace engine {
 
 /// Timelines as text; docs/timeline-format.md describes the format.
 
+/// Of the files that hold them.
+constexpr char timelineSuffix[] = ".seix";
+
 constexpr char timelineFirstLine[] = "vspimport timeline 1";
 
 std::string timelineText(const Timeline& timeline);

@@ -6,6 +6,7 @@
 #include "cimportreply_p.h"
 #include "cimporttask.h"
 #include "cimporttask_p.h"
+#include "discsize.h"
 #include "engineaccess.h"
 #include "vspbased/veskqt.h"
 
@@ -171,7 +172,7 @@ CImportTask* probeBd(const QString& path)
     taskPrivate->bdInfo = info;
     taskPrivate->taskType = CImportTask::BdTask;
     taskPrivate->url = path;
-    taskPrivate->fileSize = QFileInfo(path).size();
+    taskPrivate->fileSize = discSize(path);
     return task.release();
 }
 

@@ -94,6 +94,11 @@ CBDFileClip* CBDFile::appendClip(double timeStart, double timeEnd)
     return clip;
 }
 
+QObject* CBDFile::clipObject(CBDFileClip* clip)
+{
+    return clip;
+}
+
 void CBDFile::clipMoved()
 {
     d->index.clear();

@@ -13,13 +13,26 @@ public:
     ~CImportContextPrivate()
     {
         if (converter)
-            converter->release();
+            EngineRelease()(converter);
         converter = nullptr;
+    }
+
+    /// Once a size: without it an import would end without pictures and without a word.
+    void sayRefusedSize()
+    {
+        if (converter || refusedSizeIsSaid)
+            return;
+        refusedSizeIsSaid = true;
+        const QString text = QString::fromLatin1("the engine makes no pictures of %1 x %2 pixels");
+        CVeskException(ErrorCodeUnknown, text.arg(snapWidth).arg(snapHeight),
+                       QString::fromLocal8Bit(__FILE__), __LINE__)
+            .flush();
     }
 
     AVBased::IImageConverter* converter = nullptr;
     int snapWidth = 50;
     int snapHeight = 50;
+    bool refusedSizeIsSaid = false;
     QString configDir;
     QString fileFormats;
     QString forbidFormats;
@@ -74,6 +87,7 @@ void CImportContext::setSnapSize(const QSize& size)
 {
     d_func()->snapWidth = size.width();
     d_func()->snapHeight = size.height();
+    d_func()->refusedSizeIsSaid = false;
 }
 
 QString CImportContext::configDir() const
@@ -183,6 +197,7 @@ AVBased::IImageConverter* CImportContext::imageConvert()
         d->converter = engineWrapper()->CreateImageConverterEx(
             AVBased::PixelFormatArgb32, static_cast<unsigned int>(d->snapWidth),
             static_cast<unsigned int>(d->snapHeight), 0);
+        d->sayRefusedSize();
     }
     return d->converter;
 }

@@ -187,7 +187,7 @@ void CImportReplyPrivate::analyzeVisit(const CSourceAnalyzer::AnalyzeResult& res
         return;
 
     const QString path = result.fileInfo.absoluteFilePath();
-    CImportTask* task = probe(result);
+    CImportTask* task = result.isReachable ? probe(result) : 0;
     if (task) {
         const bool handedOver = m_gate.pass([&] {
             tasks.append(task);

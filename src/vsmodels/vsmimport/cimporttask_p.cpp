@@ -14,7 +14,6 @@
 #include "vspbased/veskqt.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QTemporaryFile>
 
@@ -31,8 +30,8 @@ const int mostReads = 100;
 QString videoImageName(const QString& url)
 {
     const QFileInfo file(url);
-    return imageNamePart(file.baseName()) + QLatin1Char('-') +
-           QString::number(toTime_t(file.lastModified()), 10);
+    return imageFileName(QString(), file.baseName(),
+                         QLatin1Char('-') + QString::number(toTime_t(file.lastModified()), 10));
 }
 
 /// A disc's folder of pictures. Without a disc name it is called after the source; a separator at
@@ -40,15 +39,16 @@ QString videoImageName(const QString& url)
 QString dvdFolderName(const CDVDInformation& info)
 {
     if (!info.dvdName().isEmpty())
-        return imageNamePart(info.dvdName());
-    return imageNamePart(QFileInfo(CBasicUtils::excludePathSeparator(info.url(), true)).baseName());
+        return imageFolderName(info.dvdName());
+    return imageFolderName(
+        QFileInfo(CBasicUtils::excludePathSeparator(info.url(), true)).baseName());
 }
 
 QString bdFolderName(const CBDInformation& info)
 {
     if (!info.bdName().isEmpty())
-        return imageNamePart(info.bdName());
-    return imageNamePart(
+        return imageFolderName(info.bdName());
+    return imageFolderName(
         QFileInfo(CBasicUtils::excludePathSeparator(info.url(), true)).completeBaseName());
 }
 
@@ -138,7 +138,7 @@ void CImportTaskPrivate::snap()
     switch (taskType) {
     case CImportTask::VideoTask: {
         const QString path = getImageUrl(videoImageName(url));
-        if (!QFile::exists(path))
+        if (!isWholeImageFile(path))
             snapVideo();
         movieInfo.setImageUrl(imageUrlOf(path));
         break;
@@ -186,11 +186,12 @@ void CImportTaskPrivate::snapDVD()
             continue;
         for (int j = 0; j < title->chapterCount(); ++j) {
             const CDVDChapter* chapter = title->chapter(j);
-            const QString name = QString::fromLatin1("%1/%2-title-%3-chapter-%4")
-                                     .arg(folder, imageNamePart(movie->movieName()),
-                                          QString::number(i + 1), QString::number(j + 1));
+            const QString numbers = QString::fromLatin1("-title-%1-chapter-%2")
+                                        .arg(QString::number(i + 1), QString::number(j + 1));
+            const QString name =
+                folder + QLatin1Char('/') + imageFileName(QString(), movie->movieName(), numbers);
             const QString path = getImageUrl(name);
-            if (!QFile::exists(path)) {
+            if (!isWholeImageFile(path)) {
                 source->seek(enginePosition(middleOf(*chapter) * 1000.0));
                 QImage image = snapFrame(source.get());
                 saveImage(image, name);
@@ -233,14 +234,14 @@ void CImportTaskPrivate::snapBD()
 void CImportTaskPrivate::snapClips(CBDFile* file, double offset, const QString& folder,
                                    AVBased::IAVSource* source)
 {
-    const QString fileName = imageNamePart(QFileInfo(file->url()).completeBaseName());
+    const QString fileName = QFileInfo(file->url()).completeBaseName();
     const QList<CBDFileClip*>& clips = file->snapClips();
     for (int i = 0; i < clips.count(); ++i) {
         CBDFileClip* clip = clips.at(i);
-        const QString name =
-            QString::fromLatin1("%1/clip-%2-file-%3").arg(folder, QString::number(i), fileName);
+        const QString number = QString::fromLatin1("clip-%1-file-").arg(i);
+        const QString name = folder + QLatin1Char('/') + imageFileName(number, fileName, QString());
         const QString path = getImageUrl(name);
-        if (!QFile::exists(path)) {
+        if (!isWholeImageFile(path)) {
             const double time = offset + clip->timeStart() + clip->duration() * 0.1;
             source->seek(enginePosition(time * 1000.0));
             QImage image = snapFrame(source);

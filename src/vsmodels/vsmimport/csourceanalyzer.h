@@ -9,6 +9,8 @@
 
 namespace Vesk {
 
+struct UndecodableEntry;
+
 /// Finds and classifies the items below a path.
 ///
 /// analyze() runs on the import's thread and emits from it; stop() and isStopped() may be called
@@ -32,7 +34,10 @@ public:
     struct AnalyzeResult
     {
         QFileInfo fileInfo;
-        SourceType type;
+        SourceType type; ///< 0 for a folder that is not reachable
+        /// False for what is there under a name that Qt cannot decode. `fileInfo` has only a
+        /// reading of the name, which must not be opened: it may be that of a neighbour.
+        bool isReachable = true;
     };
 
     CSourceAnalyzer(QObject* parent = 0);
@@ -53,15 +58,14 @@ Q_SIGNALS:
 
 private:
     void analyzePath(const QString& path);
-    void scanDirectory(const QString& path);
-    void scanEntries(const QString& path);
-    void visitUndecodableNames(const QString& path, const QFileInfoList& entries);
-    void checkFile(const QFileInfo& info);
-    void visitItem(const QFileInfo& info, SourceType type);
+    void scanDirectory(const QString& path, const QString& realPath);
+    void scanEntries(const QString& path, const QString& realPath);
+    void visitUndecodable(const QString& folder, const UndecodableEntry& entry);
+    void visitItem(const QFileInfo& info, SourceType type, bool isReachable = true);
 
     bool m_stopped;
     mutable QMutex m_mutex;
-    QSet<QString> m_walked; ///< canonical paths of the folders met in this analyze()
+    QSet<QString> m_walked; ///< real paths of the folders met in this analyze()
 
     Q_DISABLE_COPY(CSourceAnalyzer)
 };

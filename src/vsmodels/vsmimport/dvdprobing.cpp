@@ -7,6 +7,7 @@
 #include "cimportreply_p.h"
 #include "cimporttask.h"
 #include "cimporttask_p.h"
+#include "discsize.h"
 #include "engineaccess.h"
 #include "vspavbased/idvdinfo.h"
 #include "vspbased/veskqt.h"
@@ -168,7 +169,7 @@ CImportTask* probeDvd(const QString& path)
     taskPrivate->setImporter(importer.release());
     taskPrivate->taskType = CImportTask::DvdTask;
     taskPrivate->url = path;
-    taskPrivate->fileSize = QFileInfo(path).size();
+    taskPrivate->fileSize = discSize(path);
     return task.release();
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #pragma once
 
+#include "guard.h"
 #include "vspavbased/cavbasedcontext.h"
 #include "vspavbased/iavimporter.h"
 #include "vspavbased/iavmanager.h"
@@ -12,13 +13,13 @@
 namespace Vesk {
 
 /// Ends an engine object that has not been handed over when its scope is left, also by an
-/// exception.
+/// exception. What the ending throws is flushed to the host's log: it must not leave a destructor.
 struct EngineRelease
 {
     template <typename T>
     void operator()(T* object) const
     {
-        object->release();
+        VESK_GUARDED_CALL(object->release());
     }
 };
 

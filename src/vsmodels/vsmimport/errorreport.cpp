@@ -15,6 +15,8 @@ namespace Vesk {
 namespace {
 
 const qint32 reportMagic = 0x4D504D49; // "IMPM"
+/// Qt's code for local time of which it is not known whether it is summer time.
+const qint8 localTime = -1;
 const qint64 largestSample = Q_INT64_C(512) * 1024;
 
 /// A data stream in the format of the report.
@@ -49,7 +51,9 @@ ErrorReportBlock::ErrorReportBlock(QIODevice* device)
     ReportStream stream(device);
     stream << reportMagic << qint32(0);
     m_lengthPosition = device->pos();
-    stream << quint32(0) << QDateTime::currentDateTime();
+    // Not as a QDateTime: on some systems Qt 4 writes for it whether it is summer time.
+    const QDateTime now = QDateTime::currentDateTime();
+    stream << quint32(0) << now.date() << now.time() << localTime;
 }
 
 void ErrorReportBlock::append(const ImportErrorRecord& record)

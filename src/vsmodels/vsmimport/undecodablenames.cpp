@@ -7,6 +7,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <memory>
 #endif
@@ -22,11 +23,26 @@ struct CloseFolder
     void operator()(DIR* folder) const { closedir(folder); }
 };
 
-bool isFileOrFolder(DIR* folder, const char* name)
+typedef std::unique_ptr<DIR, CloseFolder> FolderPtr;
+
+/// The folder `name` in `parent`; null when it cannot be listed.
+FolderPtr openFolder(DIR* parent, const char* name)
 {
-    struct stat status;
-    return fstatat(dirfd(folder), name, &status, 0) == 0 &&
-           (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode));
+    const int handle = openat(dirfd(parent), name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    FolderPtr folder(handle == -1 ? 0 : fdopendir(handle));
+    if (!folder && handle != -1)
+        close(handle);
+    return folder;
+}
+
+bool isEmptyFolder(DIR* parent, const char* name)
+{
+    const FolderPtr folder = openFolder(parent, name);
+    while (const dirent* entry = folder ? readdir(folder.get()) : 0) {
+        if (entry->d_name[0] != '.')
+            return false;
+    }
+    return true;
 }
 
 bool isPlainAscii(const char* name)
@@ -38,30 +54,44 @@ bool isPlainAscii(const char* name)
     return true;
 }
 
+bool isDecodable(const char* name)
+{
+    return isPlainAscii(name) || QFile::encodeName(QFile::decodeName(name)) == name;
+}
+
+/// UTF-8 is read with a mark for each byte that is none. Qt 4 would drop those from a file name,
+/// and might leave the name of a neighbour.
+QString textOf(const char* name)
+{
+    return QString::fromUtf8(name);
+}
+
 } // namespace
 
-QStringList undecodableNames(const QString& path)
+QList<UndecodableEntry> undecodableEntries(const QString& path)
 {
-    QStringList names;
-    std::unique_ptr<DIR, CloseFolder> folder(opendir(QFile::encodeName(path).constData()));
-    if (!folder)
-        return names;
-    while (const dirent* entry = readdir(folder.get())) {
+    QList<UndecodableEntry> found;
+    const FolderPtr folder(opendir(QFile::encodeName(path).constData()));
+    while (const dirent* entry = folder ? readdir(folder.get()) : 0) {
         const char* name = entry->d_name;
-        if (name[0] == '.' || isPlainAscii(name))
+        struct stat status;
+        if (name[0] == '.' || isDecodable(name) ||
+            fstatat(dirfd(folder.get()), name, &status, 0) != 0)
             continue;
-        const QString decoded = QFile::decodeName(name);
-        if (QFile::encodeName(decoded) != name && isFileOrFolder(folder.get(), name))
-            names.append(decoded);
+        const bool isFolder = S_ISDIR(status.st_mode);
+        if (isFolder ? isEmptyFolder(folder.get(), name) : !S_ISREG(status.st_mode))
+            continue;
+        const UndecodableEntry item = {textOf(name), isFolder, qint64(status.st_size)};
+        found.append(item);
     }
-    return names;
+    return found;
 }
 
 #else
 
-QStringList undecodableNames(const QString&)
+QList<UndecodableEntry> undecodableEntries(const QString&)
 {
-    return QStringList();
+    return QList<UndecodableEntry>();
 }
 
 #endif

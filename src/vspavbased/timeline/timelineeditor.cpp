@@ -78,7 +78,7 @@ void TimelineEditor::release()
 
 void TimelineEditor::saveToFile(const char* utf8Path)
 {
-    writeTimeline(utf8Path ? utf8Path : "", m_timeline);
+    WrittenTimelines::ofThisProcess().write(utf8Path ? utf8Path : "", m_timeline);
 }
 
 void TimelineEditor::insertSource(std::int32_t position, const AVBased::SourceRecord* source)

@@ -14,7 +14,7 @@ namespace engine {
 ///
 /// The file belongs to whoever named it until an importer of this process has opened it. When that
 /// importer is released the file is removed, since hosts put it in the temporary folder and leave
-/// it there. Files from elsewhere are never removed.
+/// it there (see WrittenTimelines).
 class TimelineEditor final : public AVBased::IAVImporter, private AVBased::ISimpleEditTimeLine
 {
 public:
