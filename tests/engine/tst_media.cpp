@@ -141,6 +141,9 @@ private Q_SLOTS:
         expectCheap("runs", patch(media("fragmented.mp4"), "trun", 4, "0000000001800000"));
         const QByteArray samples = patch(mp4, "stsz", 8, "000000010098967f");
         expectCheap("tables", patch(samples, "stsc", 16, "0098967f"));
+        const QByteArray sound = patch(media("sound.mov"), "stsc", 8, "00000001000000010fffffff");
+        expectCheap("chunks", sound);
+        expectCheap("chunks of listed samples", patch(sound, "stsz", 8, "0000000000000000"));
         QByteArray edits = patch(mp4, "elst", 8, "00004e21");
         for (const char* box : {"moov", "trak", "edts", "elst"}) {
             const auto size = qFromBigEndian<qint32>(edits.data() + edits.indexOf(box) - 4);
