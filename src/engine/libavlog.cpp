@@ -5,6 +5,7 @@
 #include "enginelink/log.h"
 
 #include <mutex>
+#include <new>
 
 namespace engine {
 
@@ -15,7 +16,11 @@ void receiveFromLibav(void* object, int level, const char* format, va_list argum
     if (level > AV_LOG_WARNING || !logIsOpen())
         return;
     const AVClass* type = object ? *static_cast<const AVClass* const*>(object) : nullptr;
-    logFormatted(type ? type->item_name(object) : "libav", format, arguments);
+    try {
+        logFormatted(type ? type->item_name(object) : "libav", format, arguments);
+    } catch (const std::bad_alloc&) {
+        return; // no exception may pass through libav; the line is lost
+    }
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "media/pixellimit.h"
 
 #include <cerrno>
+#include <new>
 
 namespace engine {
 
@@ -139,17 +140,26 @@ int Demuxer::interrupt(void* demuxer)
     return static_cast<Demuxer*>(demuxer)->isExhausted() ? 1 : 0;
 }
 
-/// libav does not ask its interrupt callback about reads through a context of ours.
+/// Called by libav, which no exception may pass through.
 int Demuxer::readBytes(void* demuxer, std::uint8_t* buffer, int size)
 {
-    auto* self = static_cast<Demuxer*>(demuxer);
-    if (self->isExhausted())
+    try {
+        return static_cast<Demuxer*>(demuxer)->read(buffer, size);
+    } catch (const std::bad_alloc&) {
+        return AVERROR(ENOMEM);
+    }
+}
+
+/// libav does not ask its interrupt callback about reads through a context of ours.
+int Demuxer::read(std::uint8_t* buffer, int size)
+{
+    if (isExhausted())
         return AVERROR_EXIT;
-    const std::size_t count = self->m_bytes->read(
-        self->m_position, buffer, static_cast<std::size_t>(size), self->m_context->iformat);
+    const std::size_t count =
+        m_bytes->read(m_position, buffer, static_cast<std::size_t>(size), m_context->iformat);
     if (count == 0)
-        return self->m_position < self->m_bytes->file().size() ? AVERROR(EIO) : AVERROR_EOF;
-    self->m_position += count;
+        return m_position < m_bytes->file().size() ? AVERROR(EIO) : AVERROR_EOF;
+    m_position += count;
     return static_cast<int>(count);
 }
 

@@ -53,6 +53,7 @@ private:
     void allowBytes(std::int64_t most);
     bool attachBytes(ByteSourcePtr bytes);
     static int interrupt(void* demuxer);
+    int read(std::uint8_t* buffer, int size);
     static int readBytes(void* demuxer, std::uint8_t* buffer, int size);
     static std::int64_t seekBytes(void* demuxer, std::int64_t offset, int whence);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/framereader.h"
 
+#include <new>
+
 namespace engine {
 
 namespace {
@@ -106,6 +108,8 @@ const AVPacket* FrameReader::nextPacket()
         const int result = av_read_frame(m_demuxer->context(), m_packet.get());
         if (result == AVERROR(EAGAIN))
             continue;
+        if (result == AVERROR(ENOMEM))
+            throw std::bad_alloc();
         if (result < 0)
             break;
         if (m_packet->stream_index != m_stream->index)

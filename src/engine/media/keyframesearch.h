@@ -26,7 +26,7 @@ public:
     std::optional<std::int64_t> nearest();
 
 private:
-    bool moveBefore(std::int64_t distance);
+    bool moveBefore(std::int64_t reach);
     void scan(std::int64_t reach);
     void consider(std::int64_t time, std::int64_t byte);
 

@@ -16,8 +16,11 @@ constexpr std::uint64_t mostSamples = 7'000'000;
 /// That edit lists may add to them by showing some several times.
 constexpr std::uint64_t mostCopies = mostSamples / 2;
 
-/// Of PCM sound libav makes an entry for so many samples.
-constexpr std::uint64_t pcmSamplesOfEntry = 1024;
+/// Of sound whose samples last one unit each, as PCM's do, libav makes an entry for so many of
+/// them; for fewer where a track says that they come in frames.
+constexpr std::uint64_t samplesOfEntry = 1024;
+constexpr std::uint64_t fewestSamplesOfEntry = 800;
+constexpr std::uint64_t samplesOfLargeFrame = 160;
 
 constexpr std::uint64_t typeOffset = 4;
 
@@ -39,10 +42,11 @@ Bytes readContents(const ByteSource& file, const Mp4Box& box, std::size_t most)
 /// What the boxes of a track say of its samples.
 struct Mp4Claims::Track
 {
-    bool isSound = false;
+    bool isPicture = false;
     bool isPcm = false;    ///< each sample lasts one unit
     bool isListed = false; ///< each sample has a size of its own
     std::uint64_t samples = 0;
+    std::uint64_t samplesOfEntry = engine::samplesOfEntry;
     std::uint64_t chunks = 0;
     std::uint64_t edits = 0;
     std::optional<Mp4Box> editList;
@@ -70,10 +74,13 @@ std::vector<Cover> Mp4Claims::coverTrack(const Mp4Box& box)
 {
     Track track;
     readTrack(box, track, 0);
+    const bool isInChunks = !track.isPicture && track.isPcm && track.samplesToChunks;
     std::uint64_t entries = track.samples;
-    if (track.isSound && track.isPcm && track.samplesToChunks)
-        entries = samplesInChunks(*track.samplesToChunks, track.chunks) / pcmSamplesOfEntry;
-    if (!track.isListed) {
+    if (isInChunks) {
+        const std::uint64_t ofChunk = mostSamplesOfChunk(*track.samplesToChunks);
+        entries = (ofChunk / track.samplesOfEntry + 1) * track.chunks;
+    }
+    if (!track.isListed || isInChunks) {
         if (m_samples + entries > mostSamples)
             return hide(box);
         m_samples += entries;
@@ -122,10 +129,18 @@ void Mp4Claims::readTrack(const Mp4Box& box, Track& track, int level)
 
 void Mp4Claims::readTable(const Mp4Box& table, Track& track)
 {
-    const Bytes bytes = readContents(m_file, table, 16);
+    const Bytes bytes = readContents(m_file, table, 48);
     const ByteView fields(bytes);
     if (table.isOneOf({"hdlr"})) {
-        track.isSound = fields.part(8, 4).text() == "soun";
+        // The last of these counts; there are others, for the way that data is kept.
+        const std::string kind = fields.part(8, 4).text();
+        if (kind == "vide" || kind == "soun")
+            track.isPicture = kind == "vide";
+    } else if (table.isOneOf({"stsd"})) {
+        const bool hasFrames = fields.u16(24) == 1; // the version of a description of sound
+        const std::uint64_t frame = fields.u32(44);
+        if (hasFrames)
+            track.samplesOfEntry = frame < samplesOfLargeFrame ? fewestSamplesOfEntry : frame;
     } else if (table.isOneOf({"stts"})) {
         track.isPcm = fields.u32(4) == 1 && fields.u32(12) == 1;
     } else if (table.isOneOf({"stsz"})) {
@@ -144,23 +159,22 @@ void Mp4Claims::readTable(const Mp4Box& table, Track& track)
     }
 }
 
-/// Each entry says how many samples the chunks from one on have.
-std::uint64_t Mp4Claims::samplesInChunks(const Mp4Box& table, std::uint64_t chunks) const
+/// Each entry says how many samples the chunks from one on have. To add them up would mean to do so
+/// just as libav does; chunks of a film have about as many each.
+std::uint64_t Mp4Claims::mostSamplesOfChunk(const Mp4Box& table) const
 {
-    constexpr std::size_t header = 8;
-    constexpr std::size_t entrySize = 12;
-    constexpr std::size_t mostEntries = 100000;
-    const Bytes bytes = readContents(m_file, table, header + mostEntries * entrySize);
-    const ByteView entries(bytes);
-    std::uint64_t samples = 0;
-    for (std::size_t at = header; entries.holds(at, entrySize); at += entrySize) {
-        const std::uint64_t first = entries.u32(at);
-        const bool isLast = !entries.holds(at + entrySize, entrySize);
-        const std::uint64_t next = isLast ? chunks + 1 : entries.u32(at + entrySize);
-        if (next > first)
-            samples += std::min(next - first, chunks) * entries.u32(at + 4);
+    constexpr std::uint64_t header = 8;
+    constexpr std::uint64_t entrySize = 12;
+    constexpr std::uint64_t step = 4096 * entrySize;
+    std::uint64_t most = 0;
+    for (std::uint64_t begin = table.contents + header; begin < table.end; begin += step) {
+        const Mp4Box part = {table.type, begin, begin, std::min(begin + step, table.end)};
+        const Bytes bytes = readContents(m_file, part, step);
+        const ByteView entries(bytes);
+        for (std::size_t at = 0; entries.holds(at, entrySize); at += entrySize)
+            most = std::max<std::uint64_t>(most, entries.u32(at + 4));
     }
-    return samples;
+    return most;
 }
 
 } // namespace engine

@@ -25,7 +25,7 @@ private:
     bool isCredibleRun(const Mp4Box& run);
     void readTrack(const Mp4Box& box, Track& track, int level);
     void readTable(const Mp4Box& table, Track& track);
-    std::uint64_t samplesInChunks(const Mp4Box& table, std::uint64_t chunks) const;
+    std::uint64_t mostSamplesOfChunk(const Mp4Box& table) const;
 
     std::vector<Cover> coverTrack(const Mp4Box& box);
 
