@@ -34,11 +34,14 @@ void snap(const TaskPtr& task)
     CImportTaskPrivate::getImportTaskPrivate(task.get())->snap();
 }
 
-/// A task for a file with that name, and the pictures taken.
+/// A task for a file with that name, and the pictures taken. Their names hold the file's time,
+/// which is always the same.
 TaskPtr snapped(const ImportFolder& folder, const FakeItem& item = videoItem(),
                 const QString& name = "clip.mp4")
 {
-    TaskPtr task = probeFile(folder.file(name), item);
+    const QString file = folder.file(name);
+    setModified(file, 1600000000);
+    TaskPtr task = probeFile(file, item);
     snap(task);
     return task;
 }
