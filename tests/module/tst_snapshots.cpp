@@ -34,8 +34,8 @@ void snap(const TaskPtr& task)
     CImportTaskPrivate::getImportTaskPrivate(task.get())->snap();
 }
 
-/// A task for a file with that name, and the pictures taken. Their names hold the file's time, which
-/// is always the same.
+/// A task for a file with that name, and the pictures taken. Their names hold the file's time,
+/// which is always the same.
 TaskPtr snapped(const ImportFolder& folder, const FakeItem& item = videoItem(),
                 const QString& name = "clip.mp4")
 {
