@@ -5,10 +5,11 @@
 
 build_packages=(
     g++ cmake ninja-build ccache pkg-config qtbase5-dev libavformat-dev libavcodec-dev libavutil-dev
-    libswscale-dev libicu-dev libxml2-dev ffmpeg dvdauthor
+    libswscale-dev libicu-dev libxml2-dev libseccomp-dev libflatbuffers-dev flatbuffers-compiler
+    ffmpeg dvdauthor
 )
 test_packages=(
-    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang-format clang-tidy
+    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang clang-format clang-tidy
 )
 
 fail() {
