@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #pragma once
 
-#include "vspavbased/vspavbasedglobal.h"
+#include "vspavbased/enginelog.h"
 
 namespace AVBased {
 
@@ -20,9 +20,15 @@ VSPAVBASED_EXPORT const char* engineFailure();
 /// IAVManager::beginImport(). The import that goes on finds that items cannot be opened.
 VSPAVBASED_EXPORT void stopEngine();
 
-/// What the engine's processes have given up before they see a source, by name and separated by
-/// commas; those that the kernel refuses stand behind "without". Starts the engine if need be.
-/// Valid until the next call on the same thread.
+/// How the engine's processes are confined before they see a source: protections by name, separated
+/// by commas, and those that the system refuses behind "; refused by this system: ". Starts the
+/// engine if need be, and may take as long as that; empty when it cannot be started. Valid until
+/// the next call on the same thread.
 VSPAVBASED_EXPORT const char* engineProtections();
+
+/// Directs to `receiver` what has cost an item or its pictures: a line that names the item, and how
+/// its process ended or which limit it passed, or why there is none. setLogReceiver()'s receiver
+/// has these lines among its own, and its rules hold.
+VSPAVBASED_EXPORT void setFailureReceiver(LogReceiver receiver, void* context);
 
 } // namespace AVBased

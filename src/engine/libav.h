@@ -50,6 +50,9 @@ using PacketPtr = std::unique_ptr<AVPacket, FreeByAddress<av_packet_free>>;
 using FramePtr = std::unique_ptr<AVFrame, FreeByAddress<av_frame_free>>;
 using SwsContextPtr = std::unique_ptr<SwsContext, FreeByValue<sws_freeContext>>;
 
+/// A frame with room for a picture. Throws when there is no memory for it.
+FramePtr makeFrame(int pixelFormat, int width, int height);
+
 /// What libav says about one of its error codes.
 std::string errorText(int code);
 

@@ -19,7 +19,6 @@ inline bool isControl(char c)
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
 
-
 /// `text` with its letters in upper case, for names that are compared without regard to it.
 inline std::string toUpper(std::string text)
 {

@@ -59,9 +59,8 @@ Channel::Result Channel::sendBytes(const std::uint8_t* bytes, std::size_t size,
     const std::size_t total = sizeof(announced) + size;
     for (std::size_t done = 0; done < total;) {
         const std::size_t head = std::min(done, sizeof(announced));
-        iovec parts[2] = {
-            {reinterpret_cast<char*>(&announced) + head, sizeof(announced) - head},
-            {const_cast<std::uint8_t*>(bytes) + (done - head), size - (done - head)}};
+        iovec parts[2] = {{reinterpret_cast<char*>(&announced) + head, sizeof(announced) - head},
+                          {const_cast<std::uint8_t*>(bytes) + (done - head), size - (done - head)}};
         msghdr message{};
         message.msg_iov = parts;
         message.msg_iovlen = 2;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #pragma once
 
-#include "enginelink/descriptor.h"
 #include "engine_generated.h"
+#include "enginelink/descriptor.h"
 
 #include <chrono>
 #include <cstdint>

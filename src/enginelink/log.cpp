@@ -2,6 +2,7 @@
 #include "enginelink/log.h"
 
 #include "enginelink/ascii.h"
+#include "vspavbased/enginecontrol.h"
 #include "vspavbased/enginelog.h"
 
 #include <atomic>
@@ -12,31 +13,47 @@ namespace engine {
 
 namespace {
 
-struct Target
+/// A receiver and the lock under which it is called.
+class Target
 {
-    std::mutex mutex;
-    std::atomic<AVBased::LogReceiver> receiver{nullptr};
-    void* context = nullptr;
+public:
+    bool isSet() const { return m_receiver.load() != nullptr; }
+
+    void set(AVBased::LogReceiver receiver, void* context)
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        m_receiver = receiver;
+        m_context = context;
+    }
+
+    void send(const std::string& line)
+    {
+        std::lock_guard<std::mutex> lock(m_mutex);
+        if (const AVBased::LogReceiver receiver = m_receiver)
+            receiver(line.c_str(), m_context);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::atomic<AVBased::LogReceiver> m_receiver{nullptr};
+    void* m_context = nullptr;
 };
 
 /// Never destroyed: libraries may still speak while the process ends.
-Target& target()
+Target& messages()
 {
     static Target* const instance = new Target;
     return *instance;
 }
 
-} // namespace
-
-bool logIsOpen()
+Target& failures()
 {
-    return target().receiver.load() != nullptr;
+    static Target* const instance = new Target;
+    return *instance;
 }
 
-void log(const std::string& message)
+std::string asLine(const std::string& message)
 {
-    if (!logIsOpen())
-        return;
     std::string line = message;
     while (!line.empty() && isControl(line.back()))
         line.pop_back();
@@ -44,9 +61,26 @@ void log(const std::string& message)
         if (isControl(c))
             c = ' ';
     }
-    std::lock_guard<std::mutex> lock(target().mutex);
-    if (const AVBased::LogReceiver receiver = target().receiver)
-        receiver(line.c_str(), target().context);
+    return line;
+}
+
+} // namespace
+
+bool logIsOpen()
+{
+    return messages().isSet();
+}
+
+void log(const std::string& message)
+{
+    if (logIsOpen())
+        messages().send(asLine(message));
+}
+
+void logFailure(const std::string& message)
+{
+    log(message);
+    failures().send(asLine(message));
 }
 
 void logFormatted(const char* origin, const char* format, va_list arguments)
@@ -62,8 +96,10 @@ void logFormatted(const char* origin, const char* format, va_list arguments)
 
 void AVBased::setLogReceiver(LogReceiver receiver, void* context)
 {
-    engine::Target& log = engine::target();
-    std::lock_guard<std::mutex> lock(log.mutex);
-    log.receiver = receiver;
-    log.context = context;
+    engine::messages().set(receiver, context);
+}
+
+void AVBased::setFailureReceiver(LogReceiver receiver, void* context)
+{
+    engine::failures().set(receiver, context);
 }

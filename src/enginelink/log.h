@@ -10,7 +10,11 @@ namespace engine {
 /// breaks and other control characters become blanks. Callable from any thread.
 void log(const std::string& message);
 
-/// The same for the callbacks of libraries, which print like printf(). `origin` names the library.
+/// The same for what has cost an item, or its pictures, through no fault that it was found to have:
+/// the receiver that AVBased::setFailureReceiver() named hears of it too.
+void logFailure(const std::string& message);
+
+/// As log(), for the callbacks of libraries, which print like printf(). `origin` names the library.
 void logFormatted(const char* origin, const char* format, va_list arguments);
 
 /// Whether anybody listens, so that costly messages need not be made.

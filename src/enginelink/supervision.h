@@ -38,12 +38,12 @@ constexpr int EndedForMemory = 3;
 enum Protection : std::uint32_t
 {
     NoNewPrivileges = 1,
-    SystemCalls = 2,    ///< all but those that decoding needs
-    FileSystem = 4,     ///< by the kernel's rules for paths, beside the system calls
+    SystemCalls = 2, ///< all but those that decoding needs
+    FileSystem = 4,  ///< by the kernel's rules for paths, beside the system calls
     MemoryLimit = 8,
     DescriptorLimit = 16,
     NoCoreDumps = 32,
-    Untraceable = 64    ///< by other processes of the same user
+    Untraceable = 64 ///< by other processes of the same user
 };
 
 constexpr std::uint32_t allProtections = 127;

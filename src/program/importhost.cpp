@@ -12,6 +12,7 @@
 #include "sourcepaths.h"
 #include "summary.h"
 #include "terminaltext.h"
+#include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -75,11 +76,12 @@ void sayLog(const QList<LogCollector::Record>& records)
         say(QStringLiteral("… and %1 more").arg(records.size() - mostRecordsShown));
 }
 
-/// What was lost for want of memory has left no other trace than the log.
-bool ranOutOfMemory(const QList<LogCollector::Record>& records)
+/// Pictures that were lost for want of memory, or with the process that took them, have left no
+/// other trace than the log.
+bool hasLostPictures(const QList<LogCollector::Record>& records)
 {
     return std::any_of(records.begin(), records.end(), [](const LogCollector::Record& record) {
-        return record.message.contains(QLatin1String("std::bad_alloc"));
+        return record.isOfEngine || record.message.contains(QLatin1String("std::bad_alloc"));
     });
 }
 
@@ -89,7 +91,7 @@ bool isComplete(const Options& options, const SourcePaths& paths, const ImportSe
 {
     return session.errors().isEmpty() && (options.forConvert || session.unreported().isEmpty()) &&
            paths.missing.isEmpty() && paths.special.isEmpty() && paths.unreadable.isEmpty() &&
-           !ranOutOfMemory(records);
+           !hasLostPictures(records);
 }
 
 QByteArray jsonOf(const SourcePaths& paths, const ImportSession& session,
@@ -159,10 +161,30 @@ bool writeResults(const Options& options, const SourcePaths& paths, ImportSessio
     return written;
 }
 
+/// Without it every item fails for the same reason, which is then said once.
+bool isEngineMissing()
+{
+    const char* reason = AVBased::engineFailure();
+    if (*reason)
+        say(QString::fromUtf8(reason));
+    return *reason;
+}
+
 } // namespace
+
+void vspimportConfinement(QString& line)
+{
+    const QString protections = QString::fromUtf8(AVBased::engineProtections());
+    line = protections.isEmpty()
+               ? QString::fromUtf8(AVBased::engineFailure())
+               : QStringLiteral("The engine's processes have %1").arg(protections);
+}
 
 int vspimportRun(const Options& options)
 {
+    AVBased::startEngine();
+    if (isEngineMissing())
+        return CannotRun;
     LogCollector log(options.verbose);
     setContext(options);
     const SourcePaths paths = SourcePaths::inspect(options.paths);
@@ -172,6 +194,8 @@ int vspimportRun(const Options& options)
     const Interrupt interrupt;
     QObject::connect(&interrupt, SIGNAL(interrupted()), &session, SLOT(stop()));
     const bool started = session.run(paths.sources, paths.undecodable);
+    if (isEngineMissing())
+        return CannotRun;
     sayLog(log.records());
     if (options.forImport || options.forConvert) {
         for (const QString& reason : reasonsForLostPictures(session))

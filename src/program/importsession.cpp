@@ -4,6 +4,7 @@
 #include "cimportsource.h"
 #include "options.h"
 #include "startgate.h"
+#include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QFile>
@@ -98,6 +99,7 @@ void ImportSession::stop()
     m_stopped = true;
     if (m_reply)
         m_reply->exit();
+    AVBased::stopEngine(); // the item at hand may take as long as its deadlines
 }
 
 bool ImportSession::saveReport(const QString& fileName)

@@ -3,7 +3,7 @@
 
 #include "startgate.h"
 #include "terminaltext.h"
-#include "vspavbased/enginelog.h"
+#include "vspavbased/enginecontrol.h"
 #include "vsputils/cveskexception.h"
 #include "vsputils/cvesklog.h"
 
@@ -51,15 +51,19 @@ struct LogCollector::Receivers
 {
     static void receive(const Vesk::CVeskException& record, void* context)
     {
-        auto* self = static_cast<LogCollector*>(context);
-        QMutexLocker lock(&self->m_mutex);
-        self->m_records.append({record.code(), record.message()});
+        static_cast<LogCollector*>(context)->add({record.code(), record.message(), false});
+    }
+
+    static void receiveFailure(const char* message, void* context)
+    {
+        static_cast<LogCollector*>(context)->add({0, QString::fromUtf8(message), true});
     }
 };
 
 LogCollector::LogCollector(bool verbose)
 {
     Vesk::CVeskLog::setReceiver(Receivers::receive, this);
+    AVBased::setFailureReceiver(Receivers::receiveFailure, this);
     qInstallMessageHandler(verbose ? showQtMessage : dropQtMessage);
     if (verbose)
         AVBased::setLogReceiver(showEngineMessage, nullptr);
@@ -68,8 +72,15 @@ LogCollector::LogCollector(bool verbose)
 LogCollector::~LogCollector()
 {
     Vesk::CVeskLog::setReceiver(nullptr, nullptr);
+    AVBased::setFailureReceiver(nullptr, nullptr);
     AVBased::setLogReceiver(nullptr, nullptr);
     qInstallMessageHandler(nullptr);
+}
+
+void LogCollector::add(const Record& record)
+{
+    QMutexLocker lock(&m_mutex);
+    m_records.append(record);
 }
 
 QList<LogCollector::Record> LogCollector::records() const

@@ -71,6 +71,16 @@ int unusable(const QString& reason)
     return Unusable;
 }
 
+void showVersion()
+{
+    print(QStringLiteral("vspimport " VSPIMPORT_VERSION "\n"), stdout);
+    Plugin plugin;
+    QString confinement;
+    if (plugin.load(confinement))
+        confinement = plugin.confinement();
+    print(confinement + QLatin1Char('\n'), stdout);
+}
+
 int import(const Options& options)
 {
     Plugin plugin;
@@ -95,7 +105,7 @@ int main(int argc, char** argv)
         print(helpText(), stdout);
         return Done;
     case Options::Command::Version:
-        print(QStringLiteral("vspimport " VSPIMPORT_VERSION "\n"), stdout);
+        showVersion();
         return Done;
     case Options::Command::Report:
         return showReport(options.reportToRead, options.reportAsJson, error) ? Done

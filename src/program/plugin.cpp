@@ -50,14 +50,22 @@ bool Plugin::loadHost(QString& error)
 {
     m_host.setFileName(libraryPath(QStringLiteral("vspimport_host")));
     m_import = reinterpret_cast<ImportFunction>(m_host.resolve("vspimportRun"));
-    if (!m_import) {
+    m_confinement = reinterpret_cast<ConfinementFunction>(m_host.resolve("vspimportConfinement"));
+    if (!m_import || !m_confinement) {
         error = QStringLiteral("a part of the program cannot be loaded: %1")
                     .arg(oneLine(m_host.errorString()));
     }
-    return m_import != nullptr;
+    return m_import && m_confinement;
 }
 
 int Plugin::import(const Options& options)
 {
     return m_import(options);
+}
+
+QString Plugin::confinement()
+{
+    QString line;
+    m_confinement(line);
+    return line;
 }

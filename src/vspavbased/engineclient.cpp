@@ -107,8 +107,7 @@ bool EngineClient::open(const ItemRecordPtr& item, std::int32_t movie, std::int3
         if (ahead != m_frames.end())
             job = *ahead;
         const bool isMedia = !item->isDvd() && !item->item().timeline;
-        const auto planned =
-            isMedia ? m_pictures.firstOf(*item, movie, stream) : std::nullopt;
+        const auto planned = isMedia ? m_pictures.firstOf(*item, movie, stream) : std::nullopt;
         if (!job && planned && m_pictureSize.first > 0) {
             job = std::make_shared<FramesJob>(item, wishFor(*planned));
             m_frames.push_back(job);

@@ -2,6 +2,7 @@
 #include "vspavbased/enginecontrol.h"
 
 #include "process/enginepool.h"
+#include "process/protections.h"
 
 namespace AVBased {
 
@@ -24,7 +25,10 @@ void stopEngine()
 
 const char* engineProtections()
 {
-    return "";
+    thread_local std::string words;
+    const std::uint32_t protections = engine::EnginePool::instance().protections();
+    words = protections == 0 ? std::string() : engine::protectionsInWords(protections);
+    return words.c_str();
 }
 
 } // namespace AVBased

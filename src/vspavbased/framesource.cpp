@@ -6,8 +6,7 @@
 
 namespace engine {
 
-FrameSource* FrameSource::open(const ItemRecordPtr& record, std::int32_t movie,
-                               std::int32_t stream)
+FrameSource* FrameSource::open(const ItemRecordPtr& record, std::int32_t movie, std::int32_t stream)
 {
     return EngineClient::instance().open(record, movie, stream)
                ? new FrameSource(record, movie, stream)

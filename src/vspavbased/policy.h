@@ -11,14 +11,14 @@ namespace engine {
 /// can reach: they are for what does not come back.
 struct Policy
 {
-    std::string program;                      ///< the engine's program
-    unsigned processes = 1;                   ///< at work at once
+    std::string program;                       ///< the engine's program
+    unsigned processes = 1;                    ///< at work at once
     std::chrono::milliseconds describe{45000}; ///< a media file, a DVD, a timeline
     std::chrono::milliseconds readDisc{150000};
     std::chrono::milliseconds takePicture{25000};
-    std::chrono::milliseconds idle{10000};    ///< after which they are ended
-    std::uint32_t readsOfPicture = 4; ///< frames behind a position, of which the last is shown
-    bool readsAhead = true;           ///< where there are two processes or more
+    std::chrono::milliseconds idle{10000}; ///< after which they are ended
+    std::uint32_t readsOfPicture = 4;      ///< frames behind a position, of which the last is shown
+    bool readsAhead = true;                ///< where there are two processes or more
 
     /// What suits this machine.
     static Policy ofMachine();

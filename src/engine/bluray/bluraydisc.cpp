@@ -7,8 +7,8 @@
 #include "bluray/streamfile.h"
 #include "deadline.h"
 #include "disc/discfiles.h"
-#include "files/files.h"
 #include "enginelink/log.h"
+#include "files/files.h"
 #include "text.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "enginelink/bdlist.h"
 #include "bluray/bluraydisc.h"
+#include "enginelink/bdlist.h"
 #include "vspavbased/bdrecords.h"
 
 #include <cstddef>

@@ -23,8 +23,8 @@ std::size_t PlainFile::read(std::uint64_t offset, std::uint8_t* buffer, std::siz
 {
     std::size_t done = 0;
     while (done < size && offset + done < m_size) {
-        const ssize_t count =
-            pread(m_descriptor.get(), buffer + done, size - done, static_cast<off_t>(offset + done));
+        const ssize_t count = pread(m_descriptor.get(), buffer + done, size - done,
+                                    static_cast<off_t>(offset + done));
         if (count > 0)
             done += static_cast<std::size_t>(count);
         else if (count == 0 || errno != EINTR)

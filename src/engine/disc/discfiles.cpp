@@ -3,8 +3,8 @@
 
 #include "disc/discfolder.h"
 #include "disc/discimage.h"
-#include "files/files.h"
 #include "enginelink/log.h"
+#include "files/files.h"
 #include "text.h"
 
 #include <algorithm>

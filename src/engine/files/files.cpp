@@ -34,8 +34,8 @@ public:
         }
     }
 
-    /// Looked at before it is opened, since opening a device may do something, and afterwards, since
-    /// another file may have taken its place.
+    /// Looked at before it is opened, since opening a device may do something, and afterwards,
+    /// since another file may have taken its place.
     wire::Descriptor open(const std::string& path) override
     {
         struct stat status;

@@ -73,18 +73,27 @@ int VideoDecoder::getBuffer(AVCodecContext* context, AVFrame* frame, int flags)
 
 void VideoDecoder::send(const AVPacket* packet)
 {
-    const int result = avcodec_send_packet(m_context.get(), packet);
-    if (result == AVERROR(ENOMEM) || m_lacksMemory)
-        throw std::bad_alloc();
+    demandMemory(avcodec_send_packet(m_context.get(), packet));
 }
 
 FramePtr VideoDecoder::receive()
 {
     FramePtr frame(av_frame_alloc());
-    if (!frame || avcodec_receive_frame(m_context.get(), frame.get()) < 0)
+    if (!frame)
+        throw std::bad_alloc();
+    const int result = avcodec_receive_frame(m_context.get(), frame.get());
+    demandMemory(result);
+    if (result < 0)
         return nullptr;
     replaceUnknownColours(*frame);
     return frame;
+}
+
+/// Damaged frames are passed over; what is lost for want of memory is not.
+void VideoDecoder::demandMemory(int result) const
+{
+    if (result == AVERROR(ENOMEM) || m_lacksMemory)
+        throw std::bad_alloc();
 }
 
 void VideoDecoder::flush()

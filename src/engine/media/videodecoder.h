@@ -20,7 +20,7 @@ public:
     /// over; throws when there is no memory for a picture.
     void send(const AVPacket* packet);
 
-    /// The next frame that is ready, or null.
+    /// The next frame that is ready, or null. Throws like send().
     FramePtr receive();
 
     /// Forgets everything, for a new position.
@@ -30,6 +30,7 @@ private:
     explicit VideoDecoder(CodecContextPtr context);
 
     static int getBuffer(AVCodecContext* context, AVFrame* frame, int flags);
+    void demandMemory(int result) const;
 
     CodecContextPtr m_context;
     bool m_lacksMemory = false; ///< decoders take that for damage

@@ -108,7 +108,7 @@ FramePtr upperField(const AVFrame& frame)
 {
     FramePtr field(av_frame_clone(&frame));
     if (!field)
-        return nullptr;
+        throw std::bad_alloc();
     field->height = (frame.height + 1) / 2;
     for (int& lineSize : field->linesize)
         lineSize *= 2;
@@ -118,14 +118,7 @@ FramePtr upperField(const AVFrame& frame)
 FramePtr withLinesMadeAnew(const AVFrame& frame, const AVPixFmtDescriptor& format,
                            const FrameLayout& layout)
 {
-    FramePtr made(av_frame_alloc());
-    if (!made)
-        return nullptr;
-    made->format = frame.format;
-    made->width = frame.width;
-    made->height = frame.height;
-    if (av_frame_get_buffer(made.get(), 0) < 0)
-        return nullptr;
+    FramePtr made = makeFrame(frame.format, frame.width, frame.height);
     for (int plane = 0; plane < AV_NUM_DATA_POINTERS; ++plane) {
         const PlaneLayout& planeLayout = layout[static_cast<std::size_t>(plane)];
         if (planeLayout.step == 0)

@@ -158,13 +158,11 @@ bool ImageConverter::scale(const AVFrame& picture, int width, int height)
 {
     const bool hasTwoMoments = isInterlaced(picture);
     const FramePtr moment = hasTwoMoments ? deinterlaced(picture, height) : nullptr;
-    if (hasTwoMoments && !moment)
-        return false;
     const bool wide = needsColourConversion(picture);
     const bool blend = !wide && hasAlpha(picture.format);
     const AVPixelFormat opaque = wide ? AV_PIX_FMT_GBRP16 : AV_PIX_FMT_GBRP;
-    if (!preparePlanes(blend ? AV_PIX_FMT_GBRAP : opaque, width, height) ||
-        !fillPlanes(moment ? *moment : picture, matrixOf(picture), isFullRange(picture)))
+    preparePlanes(blend ? AV_PIX_FMT_GBRAP : opaque, width, height);
+    if (!fillPlanes(moment ? *moment : picture, matrixOf(picture), isFullRange(picture)))
         return false;
 
     m_scaled.resize(static_cast<std::size_t>(width) * height);
@@ -180,21 +178,11 @@ bool ImageConverter::scale(const AVFrame& picture, int width, int height)
     return true;
 }
 
-bool ImageConverter::preparePlanes(AVPixelFormat format, int width, int height)
+void ImageConverter::preparePlanes(AVPixelFormat format, int width, int height)
 {
-    if (m_planes && m_planes->format == format && m_planes->width == width &&
-        m_planes->height == height)
-        return true;
-    m_planes.reset(av_frame_alloc());
-    if (!m_planes)
-        return false;
-    m_planes->format = format;
-    m_planes->width = width;
-    m_planes->height = height;
-    if (av_frame_get_buffer(m_planes.get(), 0) >= 0)
-        return true;
-    m_planes.reset();
-    return false;
+    if (!m_planes || m_planes->format != format || m_planes->width != width ||
+        m_planes->height != height)
+        m_planes = makeFrame(format, width, height);
 }
 
 /// Scales `shown` into m_planes, of whatever matrix and range it is. For planes swscale works out

@@ -34,7 +34,7 @@ private:
                 std::int32_t* bytes) override;
 
     bool scale(const AVFrame& picture, int width, int height);
-    bool preparePlanes(AVPixelFormat format, int width, int height);
+    void preparePlanes(AVPixelFormat format, int width, int height);
     bool fillPlanes(const AVFrame& shown, int matrix, bool isFullRange);
     void place(int width, int height, const Orientation& orientation);
 

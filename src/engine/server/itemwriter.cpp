@@ -174,10 +174,10 @@ Offset<wire::Title> DiscWriter::writeTitle(const char* name, const AVBased::BDPl
     Offsets<wire::Chapter> written;
     for (std::uint32_t i = 0; i < count; ++i) {
         const AVBased::BDPlayInfo& chapter = chapters[i];
-        written.push_back(wire::CreateChapter(
-            m_builder, writeTimes(chapter.inTimes, chapter.clipCount),
-            writeTimes(chapter.outTimes, chapter.clipCount), chapter.clipCount, chapter.timeStamp,
-            chapter.duration));
+        written.push_back(
+            wire::CreateChapter(m_builder, writeTimes(chapter.inTimes, chapter.clipCount),
+                                writeTimes(chapter.outTimes, chapter.clipCount), chapter.clipCount,
+                                chapter.timeStamp, chapter.duration));
     }
     return wire::CreateTitle(m_builder, text(m_builder, name), m_builder.CreateVector(files),
                              inTimes, outTimes, record.timeStamp, record.duration,
@@ -212,9 +212,9 @@ Offset<wire::Item> writeItem(FlatBufferBuilder& builder, AVBased::IAVImporter& i
     const AVBased::AVImporterDescriptor& descriptor = *importer.descriptor();
     const auto facts = extension ? writeFacts(builder, *extension) : 0;
     const auto disc = dvd ? writeDvd(builder, *dvd, path) : 0;
-    return wire::CreateItem(builder, text(builder, descriptor.kind),
-                            text(builder, descriptor.name), builder.CreateVector(movies), facts,
-                            disc, builder.CreateVector(reopening));
+    return wire::CreateItem(builder, text(builder, descriptor.kind), text(builder, descriptor.name),
+                            builder.CreateVector(movies), facts, disc,
+                            builder.CreateVector(reopening));
 }
 
 Offset<wire::Disc> writeDisc(FlatBufferBuilder& builder, AVBased::IBDLoader& loader)

@@ -32,7 +32,8 @@ FileKind RequestedFiles::kindOf(const std::string& path)
     if (m_itemFile && path == m_itemPath)
         return FileKind::file;
     flatbuffers::FlatBufferBuilder builder;
-    const auto* told = ask<wire::FileKindTold>(builder, wire::CreateTellFileKind(builder, builder.CreateString(path)));
+    const auto* told = ask<wire::FileKindTold>(
+        builder, wire::CreateTellFileKind(builder, builder.CreateString(path)));
     if (!told)
         return FileKind::none;
     switch (told->kind()) {
@@ -52,7 +53,8 @@ wire::Descriptor RequestedFiles::open(const std::string& path)
     if (m_itemFile && path == m_itemPath)
         return wire::Descriptor(fcntl(m_itemFile.get(), F_DUPFD_CLOEXEC, 0));
     flatbuffers::FlatBufferBuilder builder;
-    const auto* opened = ask<wire::FileOpened>(builder, wire::CreateOpenFile(builder, builder.CreateString(path)));
+    const auto* opened =
+        ask<wire::FileOpened>(builder, wire::CreateOpenFile(builder, builder.CreateString(path)));
     wire::Descriptor file = m_letter.takeDescriptor();
     errno = opened ? opened->error() : EIO;
     return file;
@@ -62,7 +64,8 @@ std::vector<FolderEntry> RequestedFiles::list(const std::string& folder, std::si
 {
     std::vector<FolderEntry> found;
     flatbuffers::FlatBufferBuilder builder;
-    const auto* listed = ask<wire::FolderListed>(builder, wire::CreateListFolder(builder, builder.CreateString(folder)));
+    const auto* listed = ask<wire::FolderListed>(
+        builder, wire::CreateListFolder(builder, builder.CreateString(folder)));
     if (!listed)
         return found;
     for (const auto* entry : *listed->entries()) {

@@ -27,18 +27,39 @@ constexpr rlim_t mostDescriptors = 64;
 /// What is left. Whatever is not here fails with EPERM.
 const int allowedCalls[] = {
     // answering
-    SCMP_SYS(read), SCMP_SYS(write), SCMP_SYS(recvmsg), SCMP_SYS(recvfrom), SCMP_SYS(sendmsg),
-    SCMP_SYS(poll), SCMP_SYS(ppoll), SCMP_SYS(close),
+    SCMP_SYS(read),
+    SCMP_SYS(write),
+    SCMP_SYS(recvmsg),
+    SCMP_SYS(recvfrom),
+    SCMP_SYS(sendmsg),
+    SCMP_SYS(poll),
+    SCMP_SYS(ppoll),
+    SCMP_SYS(close),
     // files that came as descriptors
-    SCMP_SYS(pread64), SCMP_SYS(lseek), SCMP_SYS(fcntl),
+    SCMP_SYS(pread64),
+    SCMP_SYS(lseek),
+    SCMP_SYS(fcntl),
     // memory
-    SCMP_SYS(brk), SCMP_SYS(munmap), SCMP_SYS(mremap), SCMP_SYS(madvise), SCMP_SYS(futex),
+    SCMP_SYS(brk),
+    SCMP_SYS(munmap),
+    SCMP_SYS(mremap),
+    SCMP_SYS(madvise),
+    SCMP_SYS(futex),
     // time and chance; the first two without the kernel's shared page
-    SCMP_SYS(clock_gettime), SCMP_SYS(gettimeofday), SCMP_SYS(getrandom), SCMP_SYS(sched_yield),
+    SCMP_SYS(clock_gettime),
+    SCMP_SYS(gettimeofday),
+    SCMP_SYS(getrandom),
+    SCMP_SYS(sched_yield),
     SCMP_SYS(sched_getaffinity),
     // the end
-    SCMP_SYS(exit), SCMP_SYS(exit_group), SCMP_SYS(rt_sigreturn), SCMP_SYS(rt_sigprocmask),
-    SCMP_SYS(rt_sigaction), SCMP_SYS(getpid), SCMP_SYS(gettid), SCMP_SYS(restart_syscall),
+    SCMP_SYS(exit),
+    SCMP_SYS(exit_group),
+    SCMP_SYS(rt_sigreturn),
+    SCMP_SYS(rt_sigprocmask),
+    SCMP_SYS(rt_sigaction),
+    SCMP_SYS(getpid),
+    SCMP_SYS(gettid),
+    SCMP_SYS(restart_syscall),
 };
 
 struct FreeFilter
@@ -78,15 +99,15 @@ bool limitSystemCalls()
 bool limitFileSystem()
 {
 #ifdef LANDLOCK_CREATE_RULESET_VERSION
-    const long version = syscall(SYS_landlock_create_ruleset, nullptr, 0,
-                                 LANDLOCK_CREATE_RULESET_VERSION);
+    const long version =
+        syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
     if (version < 1)
         return false;
     constexpr std::uint64_t rightsOfVersion[] = {0x1FFF, 0x3FFF, 0x7FFF, 0x7FFF, 0xFFFF};
     constexpr long newest = sizeof(rightsOfVersion) / sizeof(*rightsOfVersion);
     const std::uint64_t rights = rightsOfVersion[(version < newest ? version : newest) - 1];
-    const int rules = static_cast<int>(
-        syscall(SYS_landlock_create_ruleset, &rights, sizeof(rights), 0));
+    const int rules =
+        static_cast<int>(syscall(SYS_landlock_create_ruleset, &rights, sizeof(rights), 0));
     if (rules < 0)
         return false;
     const bool isLimited = syscall(SYS_landlock_restrict_self, rules, 0) == 0;

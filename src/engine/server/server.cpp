@@ -41,8 +41,7 @@ Server::Server(wire::Channel& channel)
 void Server::run()
 {
     wire::Letter request;
-    while (!m_isDone &&
-           m_channel.receive(request, wire::noDeadline) == wire::Channel::Result::done)
+    while (!m_isDone && m_channel.receive(request, wire::noDeadline) == wire::Channel::Result::done)
         answer(request);
 }
 
@@ -75,8 +74,7 @@ void Server::describe(const wire::Describe& request)
     flatbuffers::Offset<wire::Item> item = 0;
     if (importer) {
         const auto* media = dynamic_cast<const MediaImporter*>(importer.get());
-        item = writeItem(builder, *importer, path,
-                         media ? media->reopening().toBytes() : Bytes());
+        item = writeItem(builder, *importer, path, media ? media->reopening().toBytes() : Bytes());
     }
     send(builder, wire::CreateDescribed(builder, item));
 }
@@ -146,6 +144,8 @@ bool Server::drawPicture(std::uint32_t width, std::uint32_t height)
         m_height = height;
     }
     AVBased::IAVPicture* picture = m_converter ? m_converter->convert(frame) : nullptr;
+    if (!picture)
+        log(m_moviePath + ": a frame cannot be made into a picture");
     std::int32_t stride = 0;
     std::int32_t rows = 0;
     std::int32_t bytes = 0;

@@ -10,9 +10,9 @@
 
 namespace engine {
 
-/// Starts engine processes as copies of itself, which costs a fraction of a new program's start, and
-/// tells how they end. Reads nothing that comes from a source. Ends, and all of them with it, when
-/// its starter closes the socket or is gone.
+/// Starts engine processes as copies of itself, which costs a fraction of a new program's start,
+/// and tells how they end. Reads nothing that comes from a source. Ends, and all of them with it,
+/// when its starter closes the socket or is gone.
 class Supervisor
 {
 public:

@@ -3,8 +3,8 @@
 
 #include "bytes/plainfile.h"
 #include "enginelink/log.h"
-#include "text.h"
 #include "enginelink/timeline/timelinetext.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cstring>

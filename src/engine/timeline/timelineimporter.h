@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "enginelink/timeline/timeline.h"
 #include "moviefacts.h"
 #include "opening.h"
-#include "enginelink/timeline/timeline.h"
 #include "vspavbased/iavimporter.h"
 
 #include <memory>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "enginelink/timeline/timeline.h"
 #include "media/framesource.h"
 #include "picturebudget.h"
 #include "timeline/streamreader.h"
-#include "enginelink/timeline/timeline.h"
 
 #include <cstdint>
 #include <memory>

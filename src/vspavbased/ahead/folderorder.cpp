@@ -65,8 +65,8 @@ std::vector<std::string> FolderOrder::following(const std::string& path, std::si
     folder.asked = place->second + 1;
     std::vector<std::string> paths;
     const std::size_t farthest = std::min(folder.names.size(), folder.asked + mostLookedAt);
-    for (std::size_t i = folder.asked;
-         folder.isInOrder && i < farthest && paths.size() < most; ++i) {
+    for (std::size_t i = folder.asked; folder.isInOrder && i < farthest && paths.size() < most;
+         ++i) {
         if (m_suffixes.count(suffixOf(folder.names[i])) > 0)
             paths.push_back(folder.path + folder.names[i]);
     }

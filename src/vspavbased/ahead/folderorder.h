@@ -27,13 +27,13 @@ private:
         std::string path; ///< with a separator behind it
         std::vector<std::string> names;
         std::unordered_map<std::string, std::size_t> places;
-        std::size_t asked = 0;   ///< place behind the file asked for last
+        std::size_t asked = 0; ///< place behind the file asked for last
         bool isInOrder = false;
     };
 
     Folder& folderOf(const std::string& path);
 
-    std::deque<Folder> m_folders; ///< those used last, the last one in front
+    std::deque<Folder> m_folders;     ///< those used last, the last one in front
     std::set<std::string> m_suffixes; ///< of the files asked for, in upper case
 };
 

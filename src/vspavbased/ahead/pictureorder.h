@@ -66,8 +66,8 @@ private:
 
     std::deque<Entry> m_entries;
     std::unordered_map<const ItemRecord*, std::size_t> m_places; ///< in m_entries
-    Place m_asked; ///< of the picture asked for last
-    Place m_given; ///< behind the one given last
+    Place m_asked;                                               ///< of the picture asked for last
+    Place m_given;                                               ///< behind the one given last
 };
 
 } // namespace engine

@@ -96,7 +96,9 @@ std::vector<PlannedPicture> planPictures(const ItemRecord& item)
     const AVBased::AVStreamInfo* video = movie ? videoOf(*movie) : nullptr;
     if (!video)
         return {};
-    return {{movie->id, video->id, static_cast<std::int32_t>(std::min(durationOf(*movie) * 1000.0 / 100.0, 2147483647.0))}};
+    return {
+        {movie->id, video->id,
+         static_cast<std::int32_t>(std::min(durationOf(*movie) * 1000.0 / 100.0, 2147483647.0))}};
 }
 
 std::vector<PlannedPicture> planPictures(const DiscRecord& disc)

@@ -23,8 +23,8 @@ struct PlannedPicture
 /// What is planned wrongly costs time, and nothing else.
 std::vector<PlannedPicture> planPictures(const ItemRecord& item);
 
-/// The same of a timeline that plays the files of a disc one after another, those without clips left
-/// out: one a tenth into each clip, of those that begin at the same time the last.
+/// The same of a timeline that plays the files of a disc one after another, those without clips
+/// left out: one a tenth into each clip, of those that begin at the same time the last.
 std::vector<PlannedPicture> planPictures(const DiscRecord& disc);
 
 } // namespace engine

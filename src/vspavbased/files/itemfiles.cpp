@@ -75,8 +75,8 @@ ItemFiles::Kind kindAt(const std::string& path)
     return stat(path.c_str(), &status) == 0 ? kindOfMode(status.st_mode) : ItemFiles::Kind::none;
 }
 
-/// Not a device, which opening might move, nor a pipe, which might block; looked at again when it is
-/// open, since another file may have taken its place.
+/// Not a device, which opening might move, nor a pipe, which might block; looked at again when it
+/// is open, since another file may have taken its place.
 wire::Descriptor openRegular(const std::string& path)
 {
     if (kindAt(path) != ItemFiles::Kind::file) {
@@ -153,8 +153,7 @@ ItemFiles::Place ItemFiles::placeOf(const std::string& path) const
         return {};
     if (path == m_folderPath)
         return {&m_folder, ".", true};
-    if (path.compare(0, m_folderPath.size(), m_folderPath) != 0 ||
-        path[m_folderPath.size()] != '/')
+    if (path.compare(0, m_folderPath.size(), m_folderPath) != 0 || path[m_folderPath.size()] != '/')
         return {};
     const std::size_t begin = path.find_first_not_of('/', m_folderPath.size());
     if (begin == std::string::npos)

@@ -66,8 +66,8 @@ private:
     std::string m_item;
     std::string m_folderPath; ///< of m_folder, without a separator behind it
     wire::Descriptor m_folder;
-    bool m_onlyTables = false;      ///< of the folder, only what a DVD's tables need
-    std::set<std::string> m_files;  ///< that may be opened by their own paths
+    bool m_onlyTables = false;       ///< of the folder, only what a DVD's tables need
+    std::set<std::string> m_files;   ///< that may be opened by their own paths
     std::set<std::string> m_folders; ///< that may be seen to be folders
 };
 

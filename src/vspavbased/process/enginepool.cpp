@@ -4,6 +4,7 @@
 #include "enginelink/log.h"
 #include "enginelink/supervision.h"
 #include "policy.h"
+#include "process/protections.h"
 
 #include <algorithm>
 #include <exception>
@@ -15,6 +16,11 @@ namespace {
 /// For the end of a process whose socket has closed; what else closes it is not an end.
 constexpr std::chrono::milliseconds timeToEnd{100};
 constexpr std::chrono::milliseconds noTime{0};
+
+/// For a process to begin, on a machine that has a lot to do.
+constexpr std::chrono::milliseconds timeToBegin{10000};
+
+const char* const cannotStart = "the engine cannot be started: ";
 
 /// The pool of this process. A host may fork: the child has none of the threads and must leave the
 /// processes alone, so what it inherits stays untouched.
@@ -82,9 +88,11 @@ bool EnginePool::startSupervisor()
         return true;
     std::string failure;
     m_supervisor = SupervisorLink::start(policy().program, failure);
-    m_failure = m_supervisor ? std::string() : "the engine cannot be started: " + failure;
-    if (!m_supervisor)
+    if (!m_supervisor) {
+        m_failure = cannotStart + failure;
         return false;
+    }
+    m_isProven = false;
     m_lastUse = wire::Clock::now();
     if (!m_hasTimer)
         m_threads.emplace_back([this] { endWhenIdle(); });
@@ -115,7 +123,7 @@ bool EnginePool::run(const JobPtr& job)
                 continue;
             }
             if (!m_supervisor) {
-                log(job->item().path + ": " + m_failure);
+                logFailure(job->item().path + ": " + m_failure);
                 return false;
             }
         }
@@ -214,7 +222,7 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
     }
     lock.lock();
     m_lastUse = wire::Clock::now();
-    noteProtections(process->protections());
+    noteAnswer(*process);
     if (isAnswered) {
         m_busy.erase(process->number());
         m_idle.push_back(std::move(process));
@@ -242,10 +250,28 @@ void EnginePool::endProcess(Lock& lock, const Job& job, ProcessPtr process,
         if (reason.empty())
             reason = end.empty() ? "closed its socket" : end;
     }
-    if (!wasStopped)
-        log(job.item().path + ": the engine process " + reason);
     lock.lock();
     m_busy.erase(number);
+    noteEndOfSupervisor();
+    if (wasStopped)
+        return;
+    if (!m_failure.empty())
+        m_costly.erase(job.item().path);
+    const std::string message = m_failure.empty() ? "the engine process " + reason : m_failure;
+    lock.unlock();
+    logFailure(job.item().path + ": " + message);
+    lock.lock();
+}
+
+/// A program that ends before it was of any use cannot be used; what was never begun is no item's
+/// fault.
+void EnginePool::noteEndOfSupervisor()
+{
+    const std::string end = m_supervisor && !m_isProven ? m_supervisor->end() : std::string();
+    if (end.empty())
+        return;
+    m_failure = cannotStart + policy().program + " " + end;
+    m_supervisor.reset();
 }
 
 void EnginePool::stop()
@@ -272,18 +298,35 @@ std::string EnginePool::failure() const
     return m_failure;
 }
 
-std::uint32_t EnginePool::protections() const
+std::uint32_t EnginePool::protections()
 {
-    const Lock lock(m_mutex);
+    Lock lock(m_mutex);
+    ProcessPtr process = m_protections == 0 ? takeProcess({}) : nullptr;
+    if (!process)
+        return m_protections;
+    lock.unlock();
+    const bool hasBegun = process->awaitBegin(wire::Clock::now() + timeToBegin);
+    lock.lock();
+    noteAnswer(*process);
+    m_busy.erase(process->number());
+    if (hasBegun)
+        m_idle.push_back(std::move(process));
+    else
+        noteEndOfSupervisor();
+    m_changed.notify_all();
     return m_protections;
 }
 
 /// What the kernel refuses is said once.
-void EnginePool::noteProtections(std::uint32_t protections)
+void EnginePool::noteAnswer(const EngineProcess& process)
 {
-    if (protections == 0 || m_protections != 0)
+    if (process.protections() == 0)
         return;
-    m_protections = protections;
+    m_isProven = true;
+    m_failure.clear();
+    if (m_protections == 0 && process.protections() != wire::allProtections)
+        log("the engine's processes have " + protectionsInWords(process.protections()));
+    m_protections = process.protections();
 }
 
 /// After a while without work all processes are ended, the program too.

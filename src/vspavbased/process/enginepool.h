@@ -51,8 +51,9 @@ public:
 
     /// Why the engine's program cannot be used; empty when nothing is known against it.
     std::string failure() const;
-    /// What the processes have given up; 0 when none has answered yet.
-    std::uint32_t protections() const;
+    /// What the processes have given up, as a sum of wire::Protection. Starts one if none has told
+    /// yet; 0 when it cannot be started.
+    std::uint32_t protections();
 
     EnginePool(const EnginePool&) = delete;
     EnginePool& operator=(const EnginePool&) = delete;
@@ -69,7 +70,8 @@ private:
     void endProcess(Lock& lock, const Job& job, ProcessPtr process, const std::string& failure);
     void workAhead();
     void endWhenIdle();
-    void noteProtections(std::uint32_t protections);
+    void noteAnswer(const EngineProcess& process);
+    void noteEndOfSupervisor();
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed; ///< a process is free, a job is done, or there is a job
@@ -77,11 +79,12 @@ private:
     std::vector<ProcessPtr> m_idle;
     std::set<std::uint32_t> m_busy; ///< numbers of the processes at work
     std::uint32_t m_lastNumber = 0;
-    std::deque<JobPtr> m_queue; ///< ahead
-    int m_askers = 0;           ///< threads that wait for a process
+    std::deque<JobPtr> m_queue;     ///< ahead
+    int m_askers = 0;               ///< threads that wait for a process
     std::set<std::string> m_costly; ///< items that have cost a process in this import
     std::string m_failure;
     std::uint32_t m_protections = 0;
+    bool m_isProven = false; ///< a process that m_supervisor has started has answered
     bool m_isStopped = false;
     bool m_isEnding = false;
     wire::Clock::time_point m_lastUse;

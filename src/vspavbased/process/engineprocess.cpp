@@ -56,6 +56,15 @@ bool EngineProcess::hasEnded() const
     return poll(&socket, 1, 0) > 0 && (socket.revents & (POLLHUP | POLLERR)) != 0;
 }
 
+bool EngineProcess::awaitBegin(wire::Clock::time_point deadline)
+{
+    if (m_protections == 0 && m_channel.receive(m_letter, deadline) == Result::done) {
+        if (const auto* told = m_letter.as<wire::Confined>())
+            m_protections = told->protections();
+    }
+    return m_protections != 0;
+}
+
 bool EngineProcess::run(Job& job, std::string& failure)
 {
     const auto deadline = wire::Clock::now() + job.limit();
@@ -102,9 +111,8 @@ EngineProcess::Result EngineProcess::awaitAnswer(Job& job, const ItemFiles& file
         if (result != Result::done)
             return result;
         if (!isServed)
-            return job.accept(m_letter, m_canvas ? m_canvas->pixels() : nullptr)
-                       ? Result::done
-                       : Result::nonsense;
+            return job.accept(m_letter, m_canvas ? m_canvas->pixels() : nullptr) ? Result::done
+                                                                                 : Result::nonsense;
     }
 }
 
@@ -123,8 +131,8 @@ EngineProcess::Result EngineProcess::prepareCanvas(std::size_t size,
 }
 
 /// Does what the process asks for while it works. `isServed` stays false for anything else.
-EngineProcess::Result EngineProcess::serve(const ItemFiles& files,
-                                           wire::Clock::time_point deadline, bool& isServed)
+EngineProcess::Result EngineProcess::serve(const ItemFiles& files, wire::Clock::time_point deadline,
+                                           bool& isServed)
 {
     flatbuffers::FlatBufferBuilder builder;
     isServed = true;
@@ -153,8 +161,8 @@ EngineProcess::Result EngineProcess::serve(const ItemFiles& files,
         std::vector<flatbuffers::Offset<wire::FolderEntry>> written;
         written.reserve(entries.size());
         for (const ItemFiles::Entry& entry : entries) {
-            written.push_back(wire::CreateFolderEntry(builder, builder.CreateString(entry.name),
-                                                      entry.isFolder));
+            written.push_back(
+                wire::CreateFolderEntry(builder, builder.CreateString(entry.name), entry.isFolder));
         }
         return m_channel.send(
             builder, wire::CreateFolderListed(builder, error, builder.CreateVector(written)),

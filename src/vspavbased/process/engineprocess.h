@@ -25,6 +25,9 @@ public:
     /// the process has closed its socket, of which the supervisor knows more.
     bool run(Job& job, std::string& failure);
 
+    /// Waits until it has told what it has given up, which is the first thing that it says.
+    bool awaitBegin(wire::Clock::time_point deadline);
+
     /// Whether it has closed its socket while nothing was asked.
     bool hasEnded() const;
 

@@ -14,6 +14,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <thread>
 
 namespace engine {
 
@@ -21,6 +22,9 @@ namespace {
 
 /// A killed process ends at once, unless the system has it wait for a disk.
 constexpr std::chrono::milliseconds waitForNotice{1000};
+
+/// In milliseconds: the sockets of a program that ends are not closed all at once.
+constexpr int timeToHangUp = 100;
 
 bool makeSocketPair(int type, wire::Descriptor& ours, wire::Descriptor& theirs)
 {
@@ -46,8 +50,8 @@ std::string endInWords(int status)
     }
 }
 
-/// What a new program is given: three empty streams, its socket, default signals, and nothing of the
-/// environment.
+/// What a new program is given: three empty streams, its socket, default signals, and nothing of
+/// the environment.
 class Start
 {
 public:
@@ -130,8 +134,26 @@ SupervisorLink::SupervisorLink(wire::Descriptor socket, pid_t process)
 SupervisorLink::~SupervisorLink()
 {
     m_socket.reset();
-    while (waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
+    while (m_process >= 0 && waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
     }
+}
+
+std::string SupervisorLink::end()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    pollfd file = {m_socket.get(), 0, 0};
+    if (poll(&file, 1, timeToHangUp) == 0)
+        return {};
+    // It has closed its socket, and will have ended in a moment.
+    const auto deadline = wire::Clock::now() + waitForNotice;
+    int status = 0;
+    pid_t ended = 0;
+    while ((ended = waitpid(m_process, &status, WNOHANG)) == 0 && wire::Clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    if (ended == 0)
+        return "closed its socket";
+    m_process = -1;
+    return ended < 0 ? "ended" : endInWords(status);
 }
 
 wire::Descriptor SupervisorLink::startEngine(std::uint32_t engine)

@@ -33,6 +33,9 @@ public:
     /// in words: "ended by signal 11 (Segmentation fault)"; empty when it had to be killed.
     std::string endEngine(std::uint32_t engine, std::chrono::milliseconds patience);
 
+    /// How the program has ended, in words; empty while it runs. Afterwards it is of no use.
+    std::string end();
+
     SupervisorLink(const SupervisorLink&) = delete;
     SupervisorLink& operator=(const SupervisorLink&) = delete;
 
@@ -44,7 +47,7 @@ private:
 
     std::mutex m_mutex;
     wire::Descriptor m_socket;
-    pid_t m_process;
+    pid_t m_process;                     ///< -1 once it has been waited for
     std::map<std::uint32_t, int> m_ends; ///< heard of and not asked for yet
 };
 

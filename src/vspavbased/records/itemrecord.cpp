@@ -21,7 +21,9 @@ bool isSensible(const wire::DvdTitle& title)
            title.subpictures()->size() <= Info::MaxSubpictures &&
            title.audio()->size() <= Info::MaxAudioTracks &&
            all(title.subpictures(),
-               [](const wire::Subpicture* stream) { return engine::isSensible(*stream->name()); }) &&
+               [](const wire::Subpicture* stream) {
+                   return engine::isSensible(*stream->name());
+               }) &&
            all(title.audio(), [](const wire::AudioTrack* track) {
                return engine::isSensible(*track->codec()) &&
                       engine::isSensible(*track->language()) && engine::isSensible(*track->kind());
@@ -31,7 +33,8 @@ bool isSensible(const wire::DvdTitle& title)
 bool isSensible(const wire::Item& item)
 {
     return engine::isSensible(*item.kind()) && engine::isSensible(*item.kind_name()) &&
-           all(item.movies(), [](const wire::Movie* movie) { return engine::isSensible(*movie); }) &&
+           all(item.movies(),
+               [](const wire::Movie* movie) { return engine::isSensible(*movie); }) &&
            (!item.dvd() || all(item.dvd()->title_sets(), [](const wire::DvdTitleSet* set) {
                return all(set->titles(),
                           [](const wire::DvdTitle* title) { return isSensible(*title); });
