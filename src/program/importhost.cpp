@@ -185,6 +185,10 @@ int vspimportRun(const Options& options)
     AVBased::startEngine();
     if (isEngineMissing())
         return CannotRun;
+    if ((options.forImport || options.forConvert) && !canWritePictures()) {
+        say(QStringLiteral("Qt's plug-in that writes pictures cannot be loaded"));
+        return CannotRun;
+    }
     LogCollector log(options.verbose);
     setContext(options);
     const SourcePaths paths = SourcePaths::inspect(options.paths);

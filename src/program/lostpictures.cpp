@@ -11,6 +11,8 @@
 #include <QtCore/QTemporaryFile>
 #include <QtCore/QVariant>
 
+#include <QtGui/QImageWriter>
+
 #include <algorithm>
 
 using namespace Vesk;
@@ -42,6 +44,11 @@ bool lacksCapture(CImportTask* task)
 }
 
 } // namespace
+
+bool canWritePictures()
+{
+    return QImageWriter::supportedImageFormats().contains("jpg");
+}
 
 QStringList reasonsForLostPictures(const ImportSession& session)
 {

@@ -10,6 +10,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <memory>
@@ -67,9 +68,12 @@ struct FreeFilter
     void operator()(void* filter) const { seccomp_release(filter); }
 };
 
+/// A limit that is stricter already stays.
 bool limitTo(__rlimit_resource resource, rlim_t most)
 {
-    const rlimit limit = {most, most};
+    rlimit limit = {most, most};
+    if (getrlimit(resource, &limit) == 0)
+        limit.rlim_cur = limit.rlim_max = std::min(limit.rlim_max, most);
     return setrlimit(resource, &limit) == 0;
 }
 

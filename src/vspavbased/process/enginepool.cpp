@@ -94,10 +94,20 @@ bool EnginePool::startSupervisor()
     }
     m_isProven = false;
     m_lastUse = wire::Clock::now();
-    if (!m_hasTimer)
-        m_threads.emplace_back([this] { endWhenIdle(); });
-    m_hasTimer = true;
+    m_hasTimer = m_hasTimer || startThread(&EnginePool::endWhenIdle);
     return true;
+}
+
+/// Without memory for one, what it would do is not done: nothing that was asked for.
+bool EnginePool::startThread(void (EnginePool::*work)())
+{
+    try {
+        m_threads.emplace_back(work, this);
+        return true;
+    } catch (const std::exception& error) {
+        log(std::string("a thread cannot be started: ") + error.what());
+        return false;
+    }
 }
 
 std::size_t EnginePool::mostAhead() const
@@ -140,9 +150,8 @@ void EnginePool::runAhead(const JobPtr& job)
         return;
     job->m_state = Job::State::queued;
     m_queue.push_back(job);
-    const std::size_t workers = m_threads.size() - (m_hasTimer ? 1 : 0);
-    if (workers < policy().processes)
-        m_threads.emplace_back([this] { workAhead(); });
+    if (m_workers < policy().processes && startThread(&EnginePool::workAhead))
+        ++m_workers;
     m_changed.notify_all();
 }
 
@@ -218,7 +227,7 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
     try {
         isAnswered = process->run(*job, failure);
     } catch (const std::exception& error) {
-        failure = error.what();
+        failure = std::string("could not be asked: ") + error.what();
     }
     lock.lock();
     m_lastUse = wire::Clock::now();

@@ -65,6 +65,7 @@ private:
     EnginePool();
 
     bool startSupervisor();
+    bool startThread(void (EnginePool::*work)());
     ProcessPtr takeProcess(const std::string& item);
     void execute(Lock& lock, const JobPtr& job, ProcessPtr process);
     void endProcess(Lock& lock, const Job& job, ProcessPtr process, const std::string& failure);
@@ -89,7 +90,8 @@ private:
     bool m_isEnding = false;
     wire::Clock::time_point m_lastUse;
     std::vector<std::thread> m_threads;
-    bool m_hasTimer = false;
+    unsigned m_workers = 0;  ///< among them
+    bool m_hasTimer = false; ///< also among them
 };
 
 } // namespace engine
