@@ -73,11 +73,19 @@ DiscRecordPtr EngineClient::readDisc(const std::string& path)
     return job->record();
 }
 
+void EngineClient::close(const ItemRecord& item)
+{
+    EnginePool::instance().letGo(item.item().path);
+}
+
 void EngineClient::forget(const ItemRecord& item)
 {
-    const Lock lock(m_mutex);
-    dropFrames(item);
-    m_pictures.remove(item);
+    {
+        const Lock lock(m_mutex);
+        dropFrames(item);
+        m_pictures.remove(item);
+    }
+    close(item);
 }
 
 /// What is ahead of an item and was never asked for was there already: then so may be what follows.

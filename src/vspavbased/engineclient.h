@@ -32,6 +32,8 @@ public:
     ItemRecordPtr describe(const Item& item);
     /// Null when there is no Blu-ray disc.
     DiscRecordPtr readDisc(const std::string& path);
+    /// Has the engine close what it has open of the item, which may still be asked about.
+    void close(const ItemRecord& item);
     /// Nobody will ask for frames of the item any more.
     void forget(const ItemRecord& item);
 

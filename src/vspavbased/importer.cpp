@@ -41,8 +41,11 @@ AVBased::IAVSource* Importer::openSource(std::int32_t movieId, std::int32_t vide
     return FrameSource::open(m_record, movieId, videoStreamId);
 }
 
-/// Nothing is open while the importer waits.
-void Importer::close() {}
+/// What the engine has open of the item, for the next picture.
+void Importer::close()
+{
+    EngineClient::instance().close(*m_record);
+}
 
 void Importer::release()
 {

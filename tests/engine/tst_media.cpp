@@ -192,7 +192,7 @@ private Q_SLOTS:
         const ImporterPtr importer = openFixture("media/time-gop2s.mp4");
         QCOMPARE(openFiles().size(), before);
         SourcePtr source = openVideo(importer);
-        QVERIFY(openFiles().contains(fixturePath("media/time-gop2s.mp4")));
+        QCOMPARE(openFiles().contains(fixturePath("media/time-gop2s.mp4")), !throughHalves);
         source.reset();
         QCOMPARE(openFiles().size(), before);
     }

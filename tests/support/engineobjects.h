@@ -17,6 +17,13 @@
 
 #include <memory>
 
+/// Whether the engine works in processes of its own, and opens nothing in this one.
+#ifdef THROUGH_HALVES
+constexpr bool throughHalves = true;
+#else
+constexpr bool throughHalves = false;
+#endif
+
 struct Release
 {
     template <typename T>
@@ -104,12 +111,15 @@ inline QString textOf(const AVBased::AVStreamInfo& stream)
                       .arg(stream.channelLayout);
 }
 
-/// Files of this process that are open.
+/// Files of this process that are open: with paths, not sockets or memory.
 inline QStringList openFiles()
 {
     QStringList names;
     const QDir descriptors("/proc/self/fd");
-    for (const QString& name : descriptors.entryList(QDir::AllEntries | QDir::System))
-        names << QFile::symLinkTarget(descriptors.filePath(name));
+    for (const QString& name : descriptors.entryList(QDir::AllEntries | QDir::System)) {
+        const QString file = QFile::symLinkTarget(descriptors.filePath(name));
+        if (file.startsWith('/') && !file.contains(':'))
+            names << file;
+    }
     return names;
 }

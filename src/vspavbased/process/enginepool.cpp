@@ -163,6 +163,15 @@ void EnginePool::drop(const JobPtr& job)
         job->m_state = Job::State::failed;
 }
 
+void EnginePool::letGo(const std::string& item)
+{
+    const Lock lock(m_mutex);
+    for (const ProcessPtr& process : m_idle) {
+        if (process->lastItem() == item)
+            process->letGo();
+    }
+}
+
 void EnginePool::workAhead()
 {
     Lock lock(m_mutex);

@@ -42,6 +42,9 @@ public:
     /// Has it not run, unless it is running already.
     void drop(const JobPtr& job);
 
+    /// Has processes that wait close what they have open of the item.
+    void letGo(const std::string& item);
+
     /// How many jobs may be under way ahead of being asked for; 0 with a single process.
     std::size_t mostAhead() const;
 

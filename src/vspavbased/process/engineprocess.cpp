@@ -65,6 +65,13 @@ bool EngineProcess::awaitBegin(wire::Clock::time_point deadline)
     return m_protections != 0;
 }
 
+void EngineProcess::letGo()
+{
+    flatbuffers::FlatBufferBuilder builder;
+    m_channel.send(builder, wire::CreateForget(builder), wire::Clock::now());
+    m_lastItem.clear();
+}
+
 bool EngineProcess::run(Job& job, std::string& failure)
 {
     const auto deadline = wire::Clock::now() + job.limit();

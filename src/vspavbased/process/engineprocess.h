@@ -28,6 +28,9 @@ public:
     /// Waits until it has told what it has given up, which is the first thing that it says.
     bool awaitBegin(wire::Clock::time_point deadline);
 
+    /// Has it close what it has open of the last item. Answers nothing, and does not wait.
+    void letGo();
+
     /// Whether it has closed its socket while nothing was asked.
     bool hasEnded() const;
 
