@@ -15,6 +15,8 @@ option(VSPIMPORT_ASSERTIONS "Keep assertions, those of the libraries included" O
 set(VSPIMPORT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
 
 add_compile_options(-Wall -Wextra)
+# A symbol that is unique in the process would keep its library from being unloaded.
+add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 add_link_options(-Wl,--no-undefined)
 add_compile_definitions(QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING)
 if(VSPIMPORT_ASSERTIONS)

@@ -4,6 +4,21 @@
 #include "process/enginepool.h"
 #include "process/protections.h"
 
+#include <string>
+
+namespace {
+
+/// Keeps a text for the calling thread. Nothing that has to be destroyed with the thread: that would
+/// keep this library loaded.
+const char* kept(const std::string& text)
+{
+    thread_local char copy[1024];
+    copy[text.copy(copy, sizeof(copy) - 1)] = '\0';
+    return copy;
+}
+
+} // namespace
+
 namespace AVBased {
 
 bool startEngine()
@@ -13,9 +28,7 @@ bool startEngine()
 
 const char* engineFailure()
 {
-    thread_local std::string failure;
-    failure = engine::EnginePool::instance().failure();
-    return failure.c_str();
+    return kept(engine::EnginePool::instance().failure());
 }
 
 void stopEngine()
@@ -25,10 +38,8 @@ void stopEngine()
 
 const char* engineProtections()
 {
-    thread_local std::string words;
     const std::uint32_t protections = engine::EnginePool::instance().protections();
-    words = protections == 0 ? std::string() : engine::protectionsInWords(protections);
-    return words.c_str();
+    return kept(protections == 0 ? std::string() : engine::protectionsInWords(protections));
 }
 
 } // namespace AVBased

@@ -52,8 +52,8 @@ private:
         if (const auto* order = m_request.as<wire::UseCanvas>()) {
             m_canvasSize = order->bytes();
             const wire::Descriptor memory = m_request.takeDescriptor();
-            m_canvas = mmap(nullptr, m_canvasSize, PROT_READ | PROT_WRITE, MAP_SHARED,
-                            memory.get(), 0);
+            m_canvas =
+                mmap(nullptr, m_canvasSize, PROT_READ | PROT_WRITE, MAP_SHARED, memory.get(), 0);
             // Nobody may take the pages away from the reader.
             if (ftruncate(memory.get(), 0) == 0)
                 std::abort();
@@ -161,13 +161,13 @@ private:
             builder, builder.CreateString(""), 1, 0, builder.CreateString("h264"),
             builder.CreateString(lies ? "a very long code" : "avc1"), builder.CreateString(""),
             lies ? -1 : 64, 48, 0, 0, 0, 0, 0, 0, 10.0);
-        const auto movie = wire::CreateMovie(
-            builder, builder.CreateString(""), 0, builder.CreateString("mov"),
-            builder.CreateVector(std::vector{stream}),
-            builder.CreateVector(std::vector<flatbuffers::Offset<wire::Tag>>()));
-        const auto item = wire::CreateItem(builder, builder.CreateString("media"),
-                                           builder.CreateString("Media"),
-                                           builder.CreateVector(std::vector{movie}));
+        const auto movie =
+            wire::CreateMovie(builder, builder.CreateString(""), 0, builder.CreateString("mov"),
+                              builder.CreateVector(std::vector{stream}),
+                              builder.CreateVector(std::vector<flatbuffers::Offset<wire::Tag>>()));
+        const auto item =
+            wire::CreateItem(builder, builder.CreateString("media"), builder.CreateString("Media"),
+                             builder.CreateVector(std::vector{movie}));
         m_channel.send(builder, wire::CreateDescribed(builder, item), noDeadline);
     }
 
@@ -181,8 +181,8 @@ private:
         if (hasPicture)
             std::memset(m_canvas, 0x80, m_canvasSize);
         m_channel.send(builder,
-                       wire::CreatePictureTaken(builder, true,
-                                                builder.CreateVectorOfStructs(reads), hasPicture),
+                       wire::CreatePictureTaken(builder, true, builder.CreateVectorOfStructs(reads),
+                                                hasPicture),
                        noDeadline);
     }
 

@@ -112,8 +112,8 @@ private Q_SLOTS:
             return setrlimit(RLIMIT_AS, &limit) == 0;
         });
         row("run what it has written", [] {
-            return mmap(nullptr, 4096, PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) !=
-                   MAP_FAILED;
+            return mmap(nullptr, 4096, PROT_WRITE | PROT_EXEC, MAP_PRIVATE | MAP_ANONYMOUS, -1,
+                        0) != MAP_FAILED;
         });
 #ifndef VSPIMPORT_SANITIZED
         row("take all memory", [] {
@@ -226,7 +226,10 @@ private Q_SLOTS:
     }
 
 private:
-    QByteArray path(const QString& name) const { return QFile::encodeName(m_folder.filePath(name)); }
+    QByteArray path(const QString& name) const
+    {
+        return QFile::encodeName(m_folder.filePath(name));
+    }
 
     QTemporaryDir m_folder;
 };

@@ -3,13 +3,9 @@
 // The module on the near half of the engine, with a far half that misbehaves: whatever that does
 // costs the item that it is at, and nothing else.
 #include "cimportcontext.h"
-#include "cimportmodel.h"
-#include "cimportreply.h"
-#include "cimportsource.h"
-#include "cimporttask.h"
-#include "cmovieinfomation.h"
 #include "engineobjects.h"
 #include "files.h"
+#include "moduleimport.h"
 #include "policy.h"
 #include "process/enginepool.h"
 #include "vspavbased/enginecontrol.h"
@@ -26,69 +22,11 @@
 #include <mutex>
 #include <thread>
 
-using namespace Vesk;
+using Vesk::CImportContext;
 
 namespace {
 
 constexpr std::chrono::milliseconds shortLimit{150};
-
-/// Processes that this one has started, and those that they have.
-int processesBelow()
-{
-    QProcess list;
-    list.start("ps", {"-e", "-o", "pid=,ppid=,stat="});
-    const qint64 own = list.processId();
-    list.waitForFinished();
-    QMultiHash<int, int> children;
-    for (const QByteArray& line : list.readAllStandardOutput().split('\n')) {
-        const QList<QByteArray> fields = line.simplified().split(' ');
-        if (fields.size() == 3 && fields[0].toInt() != own)
-            children.insert(fields[1].toInt(), fields[0].toInt());
-    }
-    int count = 0;
-    QList<int> open = children.values(int(getpid()));
-    while (!open.isEmpty()) {
-        const int process = open.takeFirst();
-        open += children.values(process);
-        ++count;
-    }
-    return count;
-}
-
-class Import
-{
-public:
-    void open(const QStringList& paths)
-    {
-        CImportSource source;
-        source.setSources(paths);
-        source.setForImport(true);
-        QObject::connect(&model, &CImportModel::importError, &model,
-                         [this](int, const QString& url) { failed << url; });
-        reply.reset(model.open(source));
-        finished = std::make_unique<QSignalSpy>(reply.get(), SIGNAL(finished()));
-    }
-
-    void run(const QStringList& paths)
-    {
-        open(paths);
-        QVERIFY(finished->wait(300000));
-        QCoreApplication::processEvents();
-        for (int i = 0; i < reply->tasks()->count(); ++i)
-            tasks.emplace_back(static_cast<CImportTask*>(reply->tasks()->item(i)));
-    }
-
-    QString picture(std::size_t index) const
-    {
-        return tasks[index]->movieInfo()->imageUrl().mid(int(strlen("file://")));
-    }
-
-    CImportModel model;
-    std::unique_ptr<CImportReply> reply;
-    std::unique_ptr<QSignalSpy> finished;
-    std::vector<std::unique_ptr<CImportTask>> tasks;
-    QStringList failed;
-};
 
 } // namespace
 
@@ -99,8 +37,6 @@ class ProcessesTest : public QObject
 private Q_SLOTS:
     void initTestCase()
     {
-        qRegisterMetaType<Vesk::CImportTask*>("Vesk::CImportTask*");
-        qRegisterMetaType<Vesk::CImportReply::ProcessType>("Vesk::CImportReply::ProcessType");
         AVBased::setLogReceiver(
             [](const char* message, void* test) {
                 auto* self = static_cast<ProcessesTest*>(test);
@@ -156,7 +92,7 @@ private Q_SLOTS:
         QFETCH(QString, reason);
         const QString bad = item(name + "-1.mp4");
         const QString picture = item("picture-" + name + "-1.mp4");
-        Import import;
+        ModuleImport import;
         import.run({item("a.mp4"), bad, item("b.mp4"), picture, item("c.mp4")});
         QCOMPARE(import.failed, QStringList(bad));
         QCOMPARE(import.tasks.size(), size_t(4));
@@ -167,15 +103,14 @@ private Q_SLOTS:
             QVERIFY2(m_log.filter(path).filter(reason).size() == 1, qPrintable(m_log.join('\n')));
     }
 
-
     /// One bad item beside each good one: the good ones are imported, with pictures, and nothing of
     /// the bad ones is left.
     void manyMisbehave()
     {
         const char* const kinds[] = {"kill-11", "kill-6",  "exit",   "random", "lie-",
                                      "kill-9",  "endless", "closed", "order",  "short"};
-        QTRY_COMPARE(processesBelow(), 0);
-        const int filesBefore = openFiles().size();
+        QTRY_COMPARE(processesBelow().size(), 0);
+        const int filesBefore = openDescriptors();
         QStringList bad;
         for (int i = 0; i < 1000; ++i) {
             bad << item(QString("%1-%2.mp4").arg(kinds[i % 10]).arg(i));
@@ -184,7 +119,7 @@ private Q_SLOTS:
         QElapsedTimer timer;
         timer.start();
         {
-            Import import;
+            ModuleImport import;
             import.run({m_folder->path()});
             import.failed.sort();
             bad.sort();
@@ -194,17 +129,17 @@ private Q_SLOTS:
                 QVERIFY2(QFile::exists(import.picture(i)), qPrintable(import.picture(i)));
         }
         qInfo("%lld ms", timer.elapsed());
-        QTRY_COMPARE(processesBelow(), 0);
-        QCOMPARE(openFiles().size(), filesBefore);
+        QTRY_COMPARE(processesBelow().size(), 0);
+        QCOMPARE(openDescriptors(), filesBefore);
     }
 
     /// A stop takes effect at once, whatever the engine is at, and the next import works.
     void stops()
     {
         engine::policy().describe = std::chrono::hours(1);
-        Import stopped;
+        ModuleImport stopped;
         stopped.open({item("sleep-1.mp4"), item("a.mp4")});
-        QTRY_VERIFY(processesBelow() >= 2);
+        QTRY_VERIFY(processesBelow().size() >= 2);
         QTest::qWait(50);
         QElapsedTimer timer;
         timer.start();
@@ -213,22 +148,22 @@ private Q_SLOTS:
         QVERIFY(stopped.finished->wait(5000));
         QVERIFY(timer.elapsed() < 1000);
         engine::policy().describe = shortLimit;
-        Import next;
+        ModuleImport next;
         next.run({item("b.mp4")});
         QCOMPARE(next.tasks.size(), size_t(1));
     }
 
     void saysWhichProgramIsMissing()
     {
-        QTRY_COMPARE(processesBelow(), 0); // the one that is there still serves
+        QTRY_COMPARE(processesBelow().size(), 0); // the one that is there still serves
         engine::policy().program = "/nowhere/vspimport-engine";
-        Import import;
+        ModuleImport import;
         import.run({item("a.mp4")});
         QCOMPARE(import.failed.size(), 1);
         QCOMPARE(m_log.filter("/nowhere/vspimport-engine").size(), 1);
         QVERIFY(QByteArray(AVBased::engineFailure()).contains("/nowhere/vspimport-engine"));
         engine::policy().program = SCRIPTED_ENGINE;
-        Import next;
+        ModuleImport next;
         next.run({item("a.mp4")});
         QVERIFY(next.failed.isEmpty());
         QCOMPARE(AVBased::engineFailure(), "");
@@ -244,8 +179,8 @@ private Q_SLOTS:
             }
         };
         sigaction(SIGCHLD, &collect, &former);
-        Import first;
-        Import second;
+        ModuleImport first;
+        ModuleImport second;
         first.open({item("a.mp4"), item("kill-11-1.mp4"), item("b.mp4")});
         second.run({item("c.mp4"), item("exit-1.mp4"), item("d.mp4")});
         if (!first.reply->isFinished())
@@ -259,11 +194,11 @@ private Q_SLOTS:
             std::exit(engine::EnginePool::instance().start() ? 0 : 1);
         int status = -1;
         waitpid(copy, &status, 0);
-        Import third;
+        ModuleImport third;
         third.run({item("e.mp4")});
         QCOMPARE(third.tasks.size(), size_t(1));
         sigaction(SIGCHLD, &former, nullptr);
-        QTRY_COMPARE(processesBelow(), 0);
+        QTRY_COMPARE(processesBelow().size(), 0);
         // Tasks may go on another thread than the one that made them.
         std::thread([&third] { third.tasks.clear(); }).join();
     }
