@@ -2,8 +2,8 @@
 //
 // The engine, from its door inward:
 //
-//   openItem()       decides which kind of importer opens a path
-//   server/          the program that hosts' engine library starts, and how it is confined
+//   Engine           what is asked of it; fullEngine() decides which kind of importer opens a path
+//   server/          the programs that hosts' engine library starts, and how they are confined
 //   files/           the one way to the file system
 //   media/           media files            picture/   frames into pictures
 //   disc/            the files of discs, in folders and images
@@ -20,20 +20,46 @@
 // loaders own the records that they hand out, and while idle neither a file nor a demuxer.
 #pragma once
 
-#include <string>
+#include "bytes/bytesource.h"
+#include "opening.h"
+#include "vspavbased/ibdloader.h"
+#include "vspavbased/iimageconverter.h"
 
-namespace AVBased {
-class IAVImporter;
-}
+#include <string>
 
 namespace engine {
 
-/// Opens a media file or a DVD. Owned by the caller; null, with the reason in the log, when it
-/// cannot be opened.
-AVBased::IAVImporter* openItem(const std::string& path);
+/// What the engine does. Objects that it hands out are the caller's; null, with the reason in the
+/// log, when something cannot be opened or made.
+class Engine
+{
+public:
+    /// Opens a media file or a DVD.
+    virtual Opening open(const std::string& path) = 0;
 
-/// The same for a timeline file. It makes other files be read: only what somebody vouches for is
-/// to be opened with this.
-AVBased::IAVImporter* openTimeline(const std::string& path);
+    /// Opens a timeline file. It makes other files be read: only what somebody vouches for is to be
+    /// opened with this.
+    virtual AVBased::IAVImporter* openTimeline(const std::string& path) = 0;
+
+    /// What spares looking for the streams of a media file when it is opened again; empty for
+    /// importers of other kinds.
+    virtual Bytes reopening(const AVBased::IAVImporter& importer) = 0;
+
+    /// An importer of a file that was described before, for its sources alone. Null, with nothing
+    /// in the log, when `reopening` says nothing of use.
+    virtual AVBased::IAVImporter* reopen(const std::string& path, const Bytes& reopening) = 0;
+
+    /// Opens a Blu-ray disc.
+    virtual AVBased::IBDLoader* openDisc(const std::string& path) = 0;
+
+    /// Pictures of 32 bits a pixel.
+    virtual AVBased::IImageConverter* createConverter(unsigned width, unsigned height) = 0;
+
+protected:
+    ~Engine() = default;
+};
+
+/// All of it.
+Engine& fullEngine();
 
 } // namespace engine

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "libavlog.h"
 
-#include "libav.h"
 #include "enginelink/log.h"
+#include "libav.h"
 
 #include <mutex>
 #include <new>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "moviefacts.h"
 
-#include "libav.h"
 #include "text.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace engine {
@@ -18,14 +18,10 @@ std::uint64_t packFrameRate(const Ratio& rate)
 
 std::uint32_t packAspect(const Ratio& aspect)
 {
-    if (!aspect.isKnown())
+    if (!aspect.isKnown() || std::max(aspect.numerator, aspect.denominator) > largestInAspect)
         return 0;
-    int numerator;
-    int denominator;
-    av_reduce(&numerator, &denominator, aspect.numerator, aspect.denominator, 0xFFFF);
-    if (numerator <= 0 || denominator <= 0)
-        return 0;
-    return (static_cast<std::uint32_t>(numerator) << 16) | static_cast<std::uint32_t>(denominator);
+    return (static_cast<std::uint32_t>(aspect.numerator) << 16) |
+           static_cast<std::uint32_t>(aspect.denominator);
 }
 
 MovieRecord::MovieRecord(const MovieFacts& facts)

@@ -12,7 +12,10 @@
 
 namespace engine {
 
-/// Frame rates and aspect ratios as the boundary packs them.
+/// The largest number of an aspect ratio at the boundary.
+constexpr int largestInAspect = 0xFFFF;
+
+/// Frame rates and aspect ratios as the boundary packs them; 0 for those that do not fit.
 std::uint64_t packFrameRate(const Ratio& rate);
 std::uint32_t packAspect(const Ratio& aspect);
 

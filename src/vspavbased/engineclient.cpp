@@ -27,8 +27,14 @@ void EngineClient::beginImport()
 
 ItemRecordPtr EngineClient::describe(const Item& item)
 {
-    const DescribeJobPtr job = takeDescription(item);
-    if (!EnginePool::instance().run(job) || !job->record())
+    EnginePool& pool = EnginePool::instance();
+    DescribeJobPtr job = takeDescription(item);
+    bool isAnswered = pool.run(job);
+    if (isAnswered && job->isForEngine()) {
+        job = std::make_shared<DescribeJob>(item, DescribeJob::By::engine);
+        isAnswered = pool.run(job);
+    }
+    if (!isAnswered || !job->record())
         return nullptr;
     const Lock lock(m_mutex);
     m_pictures.add(job->record());

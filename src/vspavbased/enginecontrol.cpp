@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Keeps a text for the calling thread. Nothing that has to be destroyed with the thread: that would
-/// keep this library loaded.
+/// Keeps a text for the calling thread. Nothing that has to be destroyed with the thread: that
+/// would keep this library loaded.
 const char* kept(const std::string& text)
 {
     thread_local char copy[1024];

@@ -20,16 +20,17 @@ unsigned cores()
     return static_cast<unsigned>(std::clamp(count, 1, mostProcesses));
 }
 
-/// The program lies at a fixed place beside this library, wherever both have been put.
-std::string programPath()
+/// They lie at a fixed place beside this library, wherever both have been put.
+std::string folderOfPrograms()
 {
     Dl_info library;
-    if (dladdr(reinterpret_cast<const void*>(&programPath), &library) == 0 || !library.dli_fname)
+    if (dladdr(reinterpret_cast<const void*>(&folderOfPrograms), &library) == 0 ||
+        !library.dli_fname)
         return {};
     const std::string path = library.dli_fname;
     const std::size_t end = path.rfind('/');
     return (end == std::string::npos ? std::string(".") : path.substr(0, end)) +
-           "/" VSPAVBASED_ENGINE;
+           "/" VSPAVBASED_PROGRAMS "/";
 }
 
 } // namespace
@@ -37,7 +38,8 @@ std::string programPath()
 Policy Policy::ofMachine()
 {
     Policy policy;
-    policy.program = programPath();
+    policy.program = folderOfPrograms() + "vspimport-engine";
+    policy.tablesProgram = folderOfPrograms() + "vspimport-tables";
     policy.processes = cores();
     return policy;
 }

@@ -12,6 +12,7 @@ namespace engine {
 struct Policy
 {
     std::string program;                       ///< the engine's program
+    std::string tablesProgram;                 ///< another that starts faster, and describes DVDs
     unsigned processes = 1;                    ///< at work at once
     std::chrono::milliseconds describe{45000}; ///< a media file, a DVD, a timeline
     std::chrono::milliseconds readDisc{150000};

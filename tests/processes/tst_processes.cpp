@@ -46,7 +46,7 @@ private Q_SLOTS:
             this);
         CImportContext::instance()->setSnapSize(QSize(32, 18));
         CImportContext::instance()->setLimitFileFormat(false);
-        engine::policy().program = SCRIPTED_ENGINE;
+        engine::policy().program = engine::policy().tablesProgram = SCRIPTED_ENGINE;
         engine::policy().processes = 4;
         engine::policy().describe = shortLimit;
         engine::policy().takePicture = shortLimit;

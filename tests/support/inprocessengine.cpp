@@ -3,7 +3,6 @@
 #include "engine.h"
 #include "enginelink/ascii.h"
 #include "enginelink/timeline/timelinetext.h"
-#include "libavlog.h"
 #include "picture/imageconverter.h"
 #include "timeline/timelineeditor.h"
 #include "timeline/writtentimelines.h"
@@ -26,8 +25,8 @@ public:
     {
         const std::string path = utf8Path;
         if (!engine::endsWith(path, engine::timelineSuffix))
-            return engine::openItem(path);
-        return engine::WrittenTimelines::ofThisProcess().find(path) ? engine::openTimeline(path)
+            return engine::fullEngine().open(path).importer;
+        return engine::WrittenTimelines::ofThisProcess().find(path) ? engine::fullEngine().openTimeline(path)
                                                                     : nullptr;
     }
 
@@ -52,7 +51,6 @@ CAVBasedModel* CAVBasedContext::avbasedModel()
 
 CAVBasedModelWrapper* CAVBasedModel::w_func()
 {
-    engine::joinLibavLog();
     static CAVBasedModelWrapper wrapper;
     return &wrapper;
 }

@@ -2,7 +2,6 @@
 #include "dvd/dvdimporter.h"
 
 #include "deadline.h"
-#include "dvd/dvdsource.h"
 #include "dvd/maintitle.h"
 #include "dvd/scrambling.h"
 #include "enginelink/log.h"
@@ -12,7 +11,7 @@
 
 namespace engine {
 
-Opening DvdImporter::open(const std::string& path)
+Opening DvdImporter::open(const std::string& path, SourceOpener openTitle)
 {
     const auto location = locateDvd(path);
     if (!location)
@@ -22,11 +21,13 @@ Opening DvdImporter::open(const std::string& path)
     const auto disc = files ? readDvd(*files, *location) : std::nullopt;
     if (!disc)
         log(path + ": no DVD that can be used");
-    return disc ? Opening::opened(new DvdImporter(*location, *disc)) : Opening::refused();
+    return disc ? Opening::opened(new DvdImporter(*location, *disc, openTitle))
+                : Opening::refused();
 }
 
-DvdImporter::DvdImporter(const DvdLocation& location, const DvdDisc& disc)
+DvdImporter::DvdImporter(const DvdLocation& location, const DvdDisc& disc, SourceOpener openTitle)
     : m_location(location)
+    , m_openTitle(openTitle)
     , m_mainMovie(findMainTitle(disc))
 {
     for (const DvdTitleSet& set : disc.titleSets) {
@@ -79,7 +80,7 @@ AVBased::IAVSource* DvdImporter::openSource(std::int32_t movieId, std::int32_t v
     if (movieId < 0 || index >= m_titles.size() || !m_titles[index] ||
         videoStreamId != engine::videoStreamId)
         return nullptr;
-    if (m_budget->isUsedUp())
+    if (!m_openTitle || m_budget->isUsedUp())
         return nullptr;
     PictureBudget::Work work(*m_budget);
     const TitleReference& reference = *m_titles[index];
@@ -96,8 +97,8 @@ AVBased::IAVSource* DvdImporter::openSource(std::int32_t movieId, std::int32_t v
         log(name + (set.isScrambled ? ": scrambled" : ": its tables are not what they were"));
         return nullptr;
     }
-    DvdSource* source =
-        DvdSource::open(*set.tables, set.tables->titles[title], video, name, m_budget);
+    AVBased::IAVSource* source =
+        m_openTitle(*set.tables, set.tables->titles[title], video, name, m_budget);
     if (source)
         work.succeeded();
     return source;

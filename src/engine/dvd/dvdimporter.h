@@ -24,7 +24,14 @@ namespace engine {
 class DvdImporter final : public AVBased::IAVImporter, private AVBased::IDVDInfo
 {
 public:
-    static Opening open(const std::string& path);
+    /// Makes a source of a title; DvdSource::open() where there is a decoder.
+    using SourceOpener = AVBased::IAVSource* (*)(const TitleSet& set, const Title& title,
+                                                 const ByteSourcePtr& video,
+                                                 const std::string& name,
+                                                 std::shared_ptr<PictureBudget> budget);
+
+    /// `openTitle` may be null: then the importer has no sources.
+    static Opening open(const std::string& path, SourceOpener openTitle);
 
     const AVBased::AVImporterDescriptor* descriptor() override;
     void* queryExtension(const char* name) override;
@@ -36,7 +43,7 @@ public:
     void release() override;
 
 private:
-    DvdImporter(const DvdLocation& location, const DvdDisc& disc);
+    DvdImporter(const DvdLocation& location, const DvdDisc& disc, SourceOpener openTitle);
     ~DvdImporter() = default;
 
     std::uint32_t titleSetCount() override;
@@ -56,6 +63,7 @@ private:
     const CurrentSet& makeCurrent(const VideoTs& files, int titleSet, const ByteSourcePtr& video);
 
     DvdLocation m_location;
+    SourceOpener m_openTitle;
     std::deque<TitleSetRecord> m_titleSets;
     std::deque<MovieRecord> m_movies;
     std::vector<std::optional<TitleReference>> m_titles; ///< by movie; none for what has no picture

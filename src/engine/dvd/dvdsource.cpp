@@ -43,8 +43,9 @@ ByteSourcePtr joinPieces(const TitleLayout& layout, const ByteSourcePtr& video)
 
 } // namespace
 
-DvdSource* DvdSource::open(const TitleSet& set, const Title& title, const ByteSourcePtr& video,
-                           const std::string& name, std::shared_ptr<PictureBudget> budget)
+AVBased::IAVSource* DvdSource::open(const TitleSet& set, const Title& title,
+                                    const ByteSourcePtr& video, const std::string& name,
+                                    std::shared_ptr<PictureBudget> budget)
 {
     auto layout = std::make_shared<const TitleLayout>(set, title, video->size() / sectorSize);
     if (layout->vobus().empty()) {

@@ -17,8 +17,9 @@ class DvdSource final : public FrameSource
 public:
     /// `video` is that of the title set. Null, with the reason in the log, when the title has none
     /// that can be decoded. `name` is what the log calls it, `budget` that of the disc.
-    static DvdSource* open(const TitleSet& set, const Title& title, const ByteSourcePtr& video,
-                           const std::string& name, std::shared_ptr<PictureBudget> budget);
+    static AVBased::IAVSource* open(const TitleSet& set, const Title& title,
+                                    const ByteSourcePtr& video, const std::string& name,
+                                    std::shared_ptr<PictureBudget> budget);
 
     void seek(std::int32_t positionMs) override;
 

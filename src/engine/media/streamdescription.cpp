@@ -75,7 +75,7 @@ Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
     Ratio aspect;
     av_reduce(&aspect.numerator, &aspect.denominator,
               static_cast<std::int64_t>(stream.codecpar->width) * pixel.num,
-              static_cast<std::int64_t>(stream.codecpar->height) * pixel.den, INT_MAX);
+              static_cast<std::int64_t>(stream.codecpar->height) * pixel.den, largestInAspect);
     return aspect;
 }
 

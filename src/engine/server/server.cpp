@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "server/server.h"
 
-#include "bluray/bdloader.h"
-#include "engine.h"
 #include "enginelink/log.h"
-#include "media/mediaimporter.h"
-#include "picture/imageconverter.h"
 #include "server/itemwriter.h"
 #include "vspavbased/enginelog.h"
 #include "vspavbased/iavpicture.h"
-
-#include <exception>
 
 namespace engine {
 
@@ -23,15 +17,11 @@ void sendLogLine(const char* message, void* channel)
     static_cast<wire::Channel*>(channel)->send(builder, line, wire::noDeadline);
 }
 
-ImporterPtr openAny(const std::string& path, bool isTimeline)
-{
-    return ImporterPtr(isTimeline ? openTimeline(path) : engine::openItem(path));
-}
-
 } // namespace
 
-Server::Server(wire::Channel& channel)
+Server::Server(wire::Channel& channel, Engine& engine)
     : m_channel(channel)
+    , m_engine(engine)
     , m_files(channel)
 {
     useFiles(m_files);
@@ -70,21 +60,23 @@ void Server::describe(const wire::Describe& request)
 {
     flatbuffers::FlatBufferBuilder builder;
     const std::string path = request.path()->str();
-    const ImporterPtr importer = openAny(path, request.is_timeline());
+    const Opening opening =
+        request.is_timeline() ? Opening::opened(m_engine.openTimeline(path)) : m_engine.open(path);
+    const ImporterPtr importer(opening.importer);
     flatbuffers::Offset<wire::Item> item = 0;
-    if (importer) {
-        const auto* media = dynamic_cast<const MediaImporter*>(importer.get());
-        item = writeItem(builder, *importer, path, media ? media->reopening().toBytes() : Bytes());
-    }
-    send(builder, wire::CreateDescribed(builder, item));
+    if (importer)
+        item = writeItem(builder, *importer, path, m_engine.reopening(*importer));
+    const bool isForOthers = opening.answer == Opening::Answer::notMine;
+    send(builder, wire::CreateDescribed(builder, item, isForOthers));
 }
 
 void Server::readDisc(const wire::ReadDisc& request)
 {
     flatbuffers::FlatBufferBuilder builder;
-    const std::unique_ptr<BdLoader, Release> loader(new BdLoader);
+    const std::unique_ptr<AVBased::IBDLoader, Release> loader(
+        m_engine.openDisc(request.path()->str()));
     flatbuffers::Offset<wire::Disc> disc = 0;
-    if (loader->open(request.path()->c_str()))
+    if (loader)
         disc = writeDisc(builder, *loader);
     send(builder, wire::CreateDiscRead(builder, disc));
 }
@@ -119,17 +111,22 @@ OpenMovie* Server::openMovie(const wire::TakePicture& request)
         return nullptr;
     }
     m_movie.reset(); // first, so that no two are open
-    ImporterPtr importer;
-    if (const auto* kept = request.reopening()) {
-        if (const auto reopening = Reopening::fromBytes(kept->data(), kept->size()))
-            importer.reset(MediaImporter::reopen(path, *reopening));
-    }
-    if (!importer)
-        importer = openAny(path, request.is_timeline());
+    ImporterPtr importer = reopen(request, path);
     if (importer)
         m_movie = OpenMovie::open(std::move(importer), request.movie(), request.stream());
     m_moviePath = path;
     return m_movie.get();
+}
+
+ImporterPtr Server::reopen(const wire::TakePicture& request, const std::string& path)
+{
+    if (request.is_timeline())
+        return ImporterPtr(m_engine.openTimeline(path));
+    const auto* kept = request.reopening();
+    ImporterPtr importer(kept ? m_engine.reopen(path, Bytes(kept->begin(), kept->end())) : nullptr);
+    if (!importer)
+        importer.reset(m_engine.open(path).importer);
+    return importer;
 }
 
 /// Puts the frame read last on the canvas.
@@ -139,7 +136,7 @@ bool Server::drawPicture(std::uint32_t width, std::uint32_t height)
     if (!frame || width == 0 || height == 0)
         return false;
     if (!m_converter || width != m_width || height != m_height) {
-        m_converter.reset(ImageConverter::create(AVBased::PixelFormatArgb32, width, height));
+        m_converter.reset(m_engine.createConverter(width, height));
         m_width = width;
         m_height = height;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "engine.h"
 #include "enginelink/channel.h"
 #include "server/canvas.h"
 #include "server/openmovie.h"
@@ -16,7 +17,7 @@ namespace engine {
 class Server
 {
 public:
-    explicit Server(wire::Channel& channel);
+    Server(wire::Channel& channel, Engine& engine);
 
     /// Returns when the near half is gone, or says what nobody can understand.
     void run();
@@ -32,7 +33,10 @@ private:
     template <typename Table>
     void send(flatbuffers::FlatBufferBuilder& builder, flatbuffers::Offset<Table> body);
 
+    ImporterPtr reopen(const wire::TakePicture& request, const std::string& path);
+
     wire::Channel& m_channel;
+    Engine& m_engine;
     RequestedFiles m_files;
     Canvas m_canvas;
     std::unique_ptr<OpenMovie> m_movie;

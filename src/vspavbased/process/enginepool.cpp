@@ -20,8 +20,6 @@ constexpr std::chrono::milliseconds noTime{0};
 /// For a process to begin, on a machine that has a lot to do.
 constexpr std::chrono::milliseconds timeToBegin{10000};
 
-const char* const cannotStart = "the engine cannot be started: ";
-
 /// The pool of this process. A host may fork: the child has none of the threads and must leave the
 /// processes alone, so what it inherits stays untouched.
 class PoolOfProcess
@@ -54,12 +52,15 @@ private:
 
 EnginePool& EnginePool::instance()
 {
+    policy(); // is to live longer
     static PoolOfProcess pool;
     return pool.get([] { return new EnginePool; });
 }
 
 EnginePool::EnginePool()
-    : m_lastUse(wire::Clock::now())
+    : m_engine(policy().program)
+    , m_tables(policy().tablesProgram)
+    , m_lastUse(wire::Clock::now())
 {}
 
 EnginePool::~EnginePool()
@@ -68,8 +69,7 @@ EnginePool::~EnginePool()
         const Lock lock(m_mutex);
         m_isEnding = true;
         m_queue.clear();
-        for (const std::uint32_t number : m_busy)
-            m_supervisor->kill(number);
+        killBusy();
     }
     m_changed.notify_all();
     for (std::thread& thread : m_threads)
@@ -79,23 +79,15 @@ EnginePool::~EnginePool()
 bool EnginePool::start()
 {
     const Lock lock(m_mutex);
-    return startSupervisor();
+    return start(m_engine);
 }
 
-bool EnginePool::startSupervisor()
+bool EnginePool::start(EngineProgram& program)
 {
-    if (m_supervisor)
-        return true;
-    std::string failure;
-    m_supervisor = SupervisorLink::start(policy().program, failure);
-    if (!m_supervisor) {
-        m_failure = cannotStart + failure;
-        return false;
-    }
-    m_isProven = false;
-    m_lastUse = wire::Clock::now();
+    if (!program.link())
+        m_lastUse = wire::Clock::now();
     m_hasTimer = m_hasTimer || startThread(&EnginePool::endWhenIdle);
-    return true;
+    return program.start();
 }
 
 /// Without memory for one, what it would do is not done: nothing that was asked for.
@@ -127,13 +119,13 @@ bool EnginePool::run(const JobPtr& job)
             (isRefused && job->m_state != Job::State::running))
             return false;
         if (job->m_state != Job::State::running) {
-            if (ProcessPtr process = takeProcess(job->item().path)) {
+            if (ProcessPtr process = takeProcess(*job)) {
                 m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), job), m_queue.end());
                 execute(lock, job, std::move(process));
                 continue;
             }
-            if (!m_supervisor) {
-                logFailure(job->item().path + ": " + m_failure);
+            if (!m_engine.link()) {
+                logFailure(job->item().path + ": " + m_engine.failure());
                 return false;
             }
         }
@@ -177,7 +169,7 @@ void EnginePool::workAhead()
     Lock lock(m_mutex);
     while (!m_isEnding) {
         if (!m_queue.empty() && m_askers == 0) {
-            if (ProcessPtr process = takeProcess(m_queue.front()->item().path)) {
+            if (ProcessPtr process = takeProcess(*m_queue.front())) {
                 const JobPtr job = m_queue.front();
                 m_queue.pop_front();
                 execute(lock, job, std::move(process));
@@ -188,35 +180,53 @@ void EnginePool::workAhead()
     }
 }
 
-/// A process that nobody uses, preferably one that has the item open; a new one if there may be
-/// more. Null when all are at work, or none can be started.
-EnginePool::ProcessPtr EnginePool::takeProcess(const std::string& item)
+/// A process that suits the job and that nobody uses, or a new one if there may be more. Null when
+/// all are at work, or none can be started.
+EnginePool::ProcessPtr EnginePool::takeProcess(const Job& job)
 {
-    while (!m_idle.empty()) {
-        auto chosen = std::find_if(m_idle.begin(), m_idle.end(), [&item](const auto& process) {
-            return process->lastItem() == item;
-        });
-        if (chosen == m_idle.end())
-            chosen = m_idle.end() - 1;
+    ProcessPtr process = takeIdle(job);
+    if (!process && m_busy.size() < policy().processes) {
+        // The engine can do all, but begins later.
+        if (!job.needsDecoding() && !m_engine.isProven())
+            process = startProcess(m_tables);
+        if (!process)
+            process = startProcess(m_engine);
+    }
+    if (process)
+        m_busy.emplace(process->number(), process->supervisor());
+    return process;
+}
+
+/// Preferably one that has the item open.
+EnginePool::ProcessPtr EnginePool::takeIdle(const Job& job)
+{
+    const auto suits = [&](const ProcessPtr& process) {
+        return &process->program() == &m_engine || !job.needsDecoding();
+    };
+    const auto hasOpen = [&](const ProcessPtr& process) {
+        return suits(process) && process->lastItem() == job.item().path;
+    };
+    for (;;) {
+        auto chosen = std::find_if(m_idle.rbegin(), m_idle.rend(), hasOpen);
+        if (chosen == m_idle.rend())
+            chosen = std::find_if(m_idle.rbegin(), m_idle.rend(), suits);
+        if (chosen == m_idle.rend())
+            return nullptr;
         ProcessPtr process = std::move(*chosen);
-        m_idle.erase(chosen);
-        if (!process->hasEnded()) {
-            m_busy.insert(process->number());
+        m_idle.erase(std::next(chosen).base());
+        if (!process->hasEnded())
             return process;
-        }
-        m_supervisor->endEngine(process->number(), noTime);
+        process->supervisor()->endEngine(process->number(), noTime);
     }
-    if (m_busy.size() >= policy().processes)
+}
+
+EnginePool::ProcessPtr EnginePool::startProcess(EngineProgram& program)
+{
+    if (!start(program))
         return nullptr;
-    for (int attempt = 0; attempt < 2 && startSupervisor(); ++attempt) {
-        const std::uint32_t number = ++m_lastNumber;
-        if (wire::Descriptor socket = m_supervisor->startEngine(number)) {
-            m_busy.insert(number);
-            return std::make_unique<EngineProcess>(number, std::move(socket));
-        }
-        m_supervisor.reset(); // it was ended by somebody: another one may live
-    }
-    return nullptr;
+    const std::uint32_t number = ++m_lastNumber;
+    wire::Descriptor socket = program.startProcess(number);
+    return socket ? std::make_unique<EngineProcess>(program, number, std::move(socket)) : nullptr;
 }
 
 /// Runs the job with the lock released.
@@ -256,40 +266,35 @@ void EnginePool::endProcess(Lock& lock, const Job& job, ProcessPtr process,
                             const std::string& failure)
 {
     const std::uint32_t number = process->number();
-    const std::shared_ptr<SupervisorLink> supervisor = m_supervisor;
+    EngineProgram& program = process->program();
+    const std::shared_ptr<SupervisorLink> supervisor = process->supervisor();
     const bool wasStopped = m_isStopped || m_isEnding;
     if (!wasStopped)
         m_costly.insert(job.item().path);
     lock.unlock();
     process.reset();
-    std::string reason = failure;
-    if (supervisor) {
-        const std::string end = supervisor->endEngine(number, failure.empty() ? timeToEnd : noTime);
-        if (reason.empty())
-            reason = end.empty() ? "closed its socket" : end;
-    }
+    const std::string end = supervisor->endEngine(number, failure.empty() ? timeToEnd : noTime);
     lock.lock();
     m_busy.erase(number);
-    noteEndOfSupervisor();
+    program.dropWhenUseless();
     if (wasStopped)
         return;
-    if (!m_failure.empty())
-        m_costly.erase(job.item().path);
-    const std::string message = m_failure.empty() ? "the engine process " + reason : m_failure;
+    std::string message = program.failure();
+    if (message.empty()) {
+        const std::string ended = end.empty() ? "closed its socket" : end;
+        message = "the engine process " + (failure.empty() ? ended : failure);
+    } else {
+        m_costly.erase(job.item().path); // no fault of its own
+    }
     lock.unlock();
     logFailure(job.item().path + ": " + message);
     lock.lock();
 }
 
-/// A program that ends before it was of any use cannot be used; what was never begun is no item's
-/// fault.
-void EnginePool::noteEndOfSupervisor()
+void EnginePool::killBusy()
 {
-    const std::string end = m_supervisor && !m_isProven ? m_supervisor->end() : std::string();
-    if (end.empty())
-        return;
-    m_failure = cannotStart + policy().program + " " + end;
-    m_supervisor.reset();
+    for (const auto& [number, supervisor] : m_busy)
+        supervisor->kill(number);
 }
 
 void EnginePool::stop()
@@ -297,8 +302,7 @@ void EnginePool::stop()
     const Lock lock(m_mutex);
     m_isStopped = true;
     m_queue.clear();
-    for (const std::uint32_t number : m_busy)
-        m_supervisor->kill(number);
+    killBusy();
     m_changed.notify_all();
 }
 
@@ -313,24 +317,23 @@ void EnginePool::beginImport()
 std::string EnginePool::failure() const
 {
     const Lock lock(m_mutex);
-    return m_failure;
+    return m_engine.failure().empty() ? m_tables.failure() : m_engine.failure();
 }
 
 std::uint32_t EnginePool::protections()
 {
     Lock lock(m_mutex);
-    ProcessPtr process = m_protections == 0 ? takeProcess({}) : nullptr;
+    ProcessPtr process = m_protections == 0 ? startProcess(m_engine) : nullptr;
     if (!process)
         return m_protections;
     lock.unlock();
     const bool hasBegun = process->awaitBegin(wire::Clock::now() + timeToBegin);
     lock.lock();
     noteAnswer(*process);
-    m_busy.erase(process->number());
     if (hasBegun)
         m_idle.push_back(std::move(process));
     else
-        noteEndOfSupervisor();
+        m_engine.dropWhenUseless();
     m_changed.notify_all();
     return m_protections;
 }
@@ -340,28 +343,29 @@ void EnginePool::noteAnswer(const EngineProcess& process)
 {
     if (process.protections() == 0)
         return;
-    m_isProven = true;
-    m_failure.clear();
+    process.program().prove();
     if (m_protections == 0 && process.protections() != wire::allProtections)
         log("the engine's processes have " + protectionsInWords(process.protections()));
     m_protections = process.protections();
 }
 
-/// After a while without work all processes are ended, the program too.
+/// After a while without work all processes are ended, the programs too.
 void EnginePool::endWhenIdle()
 {
     Lock lock(m_mutex);
     while (!m_isEnding) {
         const auto end = m_lastUse + policy().idle;
-        if (!m_supervisor) {
+        if (!m_engine.link() && !m_tables.link()) {
             m_changed.wait(lock);
         } else if (!m_busy.empty() || wire::Clock::now() < end) {
             m_changed.wait_until(lock, m_busy.empty() ? end : wire::Clock::now() + policy().idle);
         } else {
             m_idle.clear();
-            std::shared_ptr<SupervisorLink> ended = std::move(m_supervisor);
-            lock.unlock();
-            ended.reset(); // waits for the program's end, for which nobody else has to wait
+            auto engine = m_engine.takeLink();
+            auto tables = m_tables.takeLink();
+            lock.unlock(); // nobody else has to wait for the end of the programs
+            engine.reset();
+            tables.reset();
             lock.lock();
         }
     }

@@ -2,11 +2,12 @@
 #pragma once
 
 #include "process/engineprocess.h"
-#include "process/supervisorlink.h"
+#include "process/engineprogram.h"
 
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -67,28 +68,30 @@ private:
 
     EnginePool();
 
-    bool startSupervisor();
+    bool start(EngineProgram& program);
     bool startThread(void (EnginePool::*work)());
-    ProcessPtr takeProcess(const std::string& item);
+    ProcessPtr takeProcess(const Job& job);
+    ProcessPtr takeIdle(const Job& job);
+    ProcessPtr startProcess(EngineProgram& program);
     void execute(Lock& lock, const JobPtr& job, ProcessPtr process);
     void endProcess(Lock& lock, const Job& job, ProcessPtr process, const std::string& failure);
     void workAhead();
     void endWhenIdle();
     void noteAnswer(const EngineProcess& process);
-    void noteEndOfSupervisor();
+    void killBusy();
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed; ///< a process is free, a job is done, or there is a job
-    std::shared_ptr<SupervisorLink> m_supervisor;
+    EngineProgram m_engine;
+    EngineProgram m_tables; ///< starts faster, and only describes DVDs
     std::vector<ProcessPtr> m_idle;
-    std::set<std::uint32_t> m_busy; ///< numbers of the processes at work
+    /// Processes at work, by their numbers.
+    std::map<std::uint32_t, std::shared_ptr<SupervisorLink>> m_busy;
     std::uint32_t m_lastNumber = 0;
     std::deque<JobPtr> m_queue;     ///< ahead
     int m_askers = 0;               ///< threads that wait for a process
     std::set<std::string> m_costly; ///< items that have cost a process in this import
-    std::string m_failure;
     std::uint32_t m_protections = 0;
-    bool m_isProven = false; ///< a process that m_supervisor has started has answered
     bool m_isStopped = false;
     bool m_isEnding = false;
     wire::Clock::time_point m_lastUse;

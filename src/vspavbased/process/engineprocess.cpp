@@ -3,6 +3,7 @@
 
 #include "enginelink/log.h"
 #include "files/itemfiles.h"
+#include "process/engineprogram.h"
 
 #include <poll.h>
 
@@ -44,11 +45,15 @@ std::string inSeconds(std::chrono::milliseconds time)
 
 } // namespace
 
-EngineProcess::EngineProcess(std::uint32_t number, wire::Descriptor socket)
-    : m_number(number)
+EngineProcess::EngineProcess(EngineProgram& program, std::uint32_t number, wire::Descriptor socket)
+    : m_program(program)
+    , m_supervisor(program.link())
+    , m_number(number)
     , m_socket(socket.get())
     , m_channel(std::move(socket), wire::Channel::Descriptors::refused)
 {}
+
+EngineProcess::~EngineProcess() = default;
 
 bool EngineProcess::hasEnded() const
 {

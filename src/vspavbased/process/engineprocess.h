@@ -11,14 +11,18 @@
 
 namespace engine {
 
+class EngineProgram;
 class ItemFiles;
+class SupervisorLink;
 
 /// An engine process as this side sees it. Nothing that it says is believed: what is no sensible
 /// answer to what was asked counts as its end. Used on one thread at a time.
 class EngineProcess
 {
 public:
-    EngineProcess(std::uint32_t number, wire::Descriptor socket);
+    /// `program`, to which it belongs, outlives it.
+    EngineProcess(EngineProgram& program, std::uint32_t number, wire::Descriptor socket);
+    ~EngineProcess();
 
     /// Runs a job: asks, opens files for the process while it works, and takes its answer. False
     /// when the process has ended, or is to be ended; `failure` then says why, and is empty when
@@ -34,6 +38,9 @@ public:
     /// Whether it has closed its socket while nothing was asked.
     bool hasEnded() const;
 
+    EngineProgram& program() const { return m_program; }
+    /// Who has started it, and knows how it ends.
+    const std::shared_ptr<SupervisorLink>& supervisor() const { return m_supervisor; }
     std::uint32_t number() const { return m_number; }
     /// The item of the last job, which it may have open still.
     const std::string& lastItem() const { return m_lastItem; }
@@ -48,6 +55,8 @@ private:
     Result prepareCanvas(std::size_t size, wire::Clock::time_point deadline);
     Result serve(const ItemFiles& files, wire::Clock::time_point deadline, bool& isServed);
 
+    EngineProgram& m_program;
+    std::shared_ptr<SupervisorLink> m_supervisor;
     std::uint32_t m_number;
     int m_socket; ///< m_channel's
     wire::Channel m_channel;

@@ -30,6 +30,10 @@ public:
 
     const Item& item() const { return m_item; }
 
+    /// Whether pictures or streams may have to be decoded for it: else the program that only reads
+    /// tables will do.
+    virtual bool needsDecoding() const { return true; }
+
     /// How long an answer may take.
     virtual std::chrono::milliseconds limit() const = 0;
 

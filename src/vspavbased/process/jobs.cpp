@@ -1,11 +1,31 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "process/jobs.h"
 
+#include "enginelink/ascii.h"
 #include "policy.h"
 
 #include <cstring>
 
 namespace engine {
+
+namespace {
+
+/// Whether what is given that way may be a DVD: folders have a separator at their end. A wrong
+/// guess costs a moment.
+bool looksLikeDvd(const std::string& path)
+{
+    if (path.empty() || path.back() == '/')
+        return !path.empty();
+    const std::string upper = toUpper(path);
+    return endsWith(upper, ".ISO") || endsWith(upper, ".IFO");
+}
+
+} // namespace
+
+DescribeJob::DescribeJob(Item item, By by)
+    : Job(std::move(item))
+    , m_needsDecoding(by == By::engine || !looksLikeDvd(this->item().path))
+{}
 
 std::chrono::milliseconds DescribeJob::limit() const
 {
@@ -24,6 +44,7 @@ wire::Channel::Result DescribeJob::send(wire::Channel& channel, wire::Clock::tim
 bool DescribeJob::accept(wire::Letter& letter, const void* /*canvas*/)
 {
     const auto* described = letter.as<wire::Described>();
+    m_isForEngine = described && described->is_for_others();
     if (!described || !described->item())
         return described != nullptr;
     m_record = ItemRecord::make(item(), std::move(letter));

@@ -19,17 +19,28 @@ namespace engine {
 class DescribeJob final : public Job
 {
 public:
-    using Job::Job;
+    enum class By
+    {
+        anyProgram, ///< whichever seems to suit the item
+        engine
+    };
+
+    explicit DescribeJob(Item item, By by = By::anyProgram);
 
     /// Null when it cannot be opened.
     const ItemRecordPtr& record() const { return m_record; }
+    /// The program that has answered does not describe such items: the engine has to be asked.
+    bool isForEngine() const { return m_isForEngine; }
 
+    bool needsDecoding() const override { return m_needsDecoding; }
     std::chrono::milliseconds limit() const override;
     wire::Channel::Result send(wire::Channel& channel, wire::Clock::time_point deadline,
                                int file) const override;
     bool accept(wire::Letter& letter, const void* canvas) override;
 
 private:
+    bool m_needsDecoding;
+    bool m_isForEngine = false;
     ItemRecordPtr m_record;
 };
 

@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -126,13 +127,17 @@ std::unique_ptr<SupervisorLink> SupervisorLink::start(const std::string& program
 
 SupervisorLink::SupervisorLink(wire::Descriptor socket, pid_t process)
     : m_socket(std::move(socket))
+    , m_signals(static_cast<int>(syscall(SYS_pidfd_open, process, 0)))
     , m_process(process)
 {}
 
-/// The program ends all its processes when the socket closes. It is waited for by its own number:
-/// a host that waits for any child may have been faster.
+/// The program ends all its processes when the socket closes; without any it may be ended while it
+/// still begins. It is waited for by its own number: a host that waits for any child may have been
+/// faster.
 SupervisorLink::~SupervisorLink()
 {
+    if (!m_hasEngines && m_signals)
+        syscall(SYS_pidfd_send_signal, m_signals.get(), SIGKILL, nullptr, 0);
     m_socket.reset();
     while (m_process >= 0 && waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
     }
@@ -160,6 +165,7 @@ wire::Descriptor SupervisorLink::startEngine(std::uint32_t engine)
 {
     wire::Descriptor ours;
     wire::Descriptor theirs;
+    m_hasEngines = true;
     if (!makeSocketPair(SOCK_STREAM, ours, theirs) ||
         !order(wire::Order::Start, engine, theirs.get()))
         return {};

@@ -47,6 +47,8 @@ private:
 
     std::mutex m_mutex;
     wire::Descriptor m_socket;
+    wire::Descriptor m_signals; ///< where the process may be sent one, even when it was waited for
+    bool m_hasEngines = false;
     pid_t m_process;                     ///< -1 once it has been waited for
     std::map<std::uint32_t, int> m_ends; ///< heard of and not asked for yet
 };
