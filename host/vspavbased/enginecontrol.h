@@ -8,6 +8,11 @@ namespace AVBased {
 /// What an engine that works in processes of its own offers a host beside the interfaces. Callable
 /// from any thread.
 
+/// How many processes the engine may have at work at once: 1 to 4, by default as many as there are
+/// processors. With one alone nothing is done ahead of being asked for. To be called before the
+/// engine is first used.
+VSPAVBASED_EXPORT void setEngineProcesses(unsigned count);
+
 /// Starts the engine, which otherwise starts with the first item. False when it cannot be started:
 /// engineFailure() says why, and every item will fail.
 VSPAVBASED_EXPORT bool startEngine();

@@ -182,6 +182,8 @@ void vspimportConfinement(QString& line)
 
 int vspimportRun(const Options& options)
 {
+    if (options.jobs > 0)
+        AVBased::setEngineProcesses(unsigned(options.jobs));
     AVBased::startEngine();
     if (isEngineMissing())
         return CannotRun;

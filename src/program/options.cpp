@@ -43,6 +43,9 @@ void addImportOptions(QCommandLineParser& parser)
          QStringLiteral("LIST")},
         {QStringLiteral("all-files"), QStringLiteral("Try every file, whatever its suffix.")},
         {QStringLiteral("allow-drm"), QStringLiteral("Import copy-protected media files too.")},
+        {QStringLiteral("jobs"),
+         QStringLiteral("Engine processes at work at once. Default: as many as cores, 4 at most."),
+         QStringLiteral("1-4")},
         {QStringLiteral("json"),
          QStringLiteral("Write what was found as JSON; - is standard output."),
          QStringLiteral("FILE")},
@@ -109,6 +112,15 @@ QString defaultConfigDir()
     return cache + QStringLiteral("/vspimport/snapshots");
 }
 
+bool parseJobs(const QString& text, int& jobs, QString& error)
+{
+    jobs = text.toInt();
+    if (jobs >= 1 && jobs <= 4)
+        return true;
+    error = QStringLiteral("--jobs takes a number from 1 to 4, not '%1'").arg(text);
+    return false;
+}
+
 bool checkNames(const QCommandLineParser& parser, QString& error)
 {
     for (const char* name : {"config-dir", "json", "report"}) {
@@ -130,6 +142,9 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     const QString snapSize = parser.value(QStringLiteral("snap-size"));
     if (parser.isSet(QStringLiteral("snap-size")) &&
         !parseSnapSize(snapSize, options.snapSize, error))
+        return false;
+    if (parser.isSet(QStringLiteral("jobs")) &&
+        !parseJobs(parser.value(QStringLiteral("jobs")), options.jobs, error))
         return false;
     if (!checkNames(parser, error))
         return false;

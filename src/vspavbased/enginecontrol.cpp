@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "vspavbased/enginecontrol.h"
 
+#include "policy.h"
 #include "process/enginepool.h"
 #include "process/protections.h"
 
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -20,6 +22,11 @@ const char* kept(const std::string& text)
 } // namespace
 
 namespace AVBased {
+
+void setEngineProcesses(unsigned count)
+{
+    engine::policy().processes = std::clamp(count, 1U, engine::mostProcesses);
+}
 
 bool startEngine()
 {

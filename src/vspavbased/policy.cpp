@@ -10,14 +10,12 @@ namespace engine {
 
 namespace {
 
-constexpr int mostProcesses = 4;
-
 /// The processors that this process may run on.
 unsigned cores()
 {
     cpu_set_t set;
     const int count = sched_getaffinity(0, sizeof(set), &set) == 0 ? CPU_COUNT(&set) : 1;
-    return static_cast<unsigned>(std::clamp(count, 1, mostProcesses));
+    return static_cast<unsigned>(std::clamp(count, 1, static_cast<int>(mostProcesses)));
 }
 
 /// They lie at a fixed place beside this library, wherever both have been put.

@@ -7,6 +7,9 @@
 
 namespace engine {
 
+/// More of them would mostly wait for the disk.
+constexpr unsigned mostProcesses = 4;
+
 /// How engine processes are used. The deadlines stand behind the engine's own, which end what they
 /// can reach: they are for what does not come back.
 struct Policy

@@ -134,6 +134,8 @@ private Q_SLOTS:
         expect("$vspimport", 2, "PATH", "^$");
         expect("$vspimport --no-such good.mp4", 2, "no-such", "^$");
         expect("$vspimport --snap-size 0x5 good.mp4", 2, "0x5", "^$");
+        expect("$vspimport --jobs 5 good.mp4", 2, "--jobs", "^$");
+        expect("$vspimport --jobs 1 good.mp4", 0, "", "1 imported");
         expect("$vspimport --for fun good.mp4", 2, "fun", "^$");
         expect("$vspimport good.mp4 --json", 2, "json", "^$");
         expect("$vspimport --help", 0, "", "--json");
@@ -258,6 +260,23 @@ private Q_SLOTS:
             const int imported = at(program.result(), "tasks").toArray().size();
             QVERIFY2(imported > 0 && imported < count, qPrintable(QString::number(imported)));
         }
+    }
+
+    /// However the program goes, its engine goes with it.
+    void leavesNoProcessBehind()
+    {
+        ProgramRun program;
+        makeLibrary(program.path("library"), 3000);
+        QProcess process;
+        process.start(PROGRAM, {"--events", "--config-dir", program.path("pictures"),
+                                program.path("library")});
+        QVERIFY(process.waitForReadyRead(60000));
+        // The programs are told who has started them.
+        const QString engine = QString("vspimport-engine %1$").arg(process.processId());
+        QCOMPARE(QProcess::execute("pgrep", {"-f", engine}), 0);
+        process.kill();
+        QVERIFY(process.waitForFinished(60000));
+        QTRY_COMPARE(QProcess::execute("pgrep", {"-f", engine}), 1);
     }
 
     /// The discs are empty, so that they cannot be imported; what counts is what was tried.
