@@ -44,29 +44,46 @@ ItemRecordPtr EngineClient::describe(const Item& item)
 /// One that is under way, or a new one; and the next ones are set out.
 EngineClient::DescribeJobPtr EngineClient::takeDescription(const Item& item)
 {
+    if (item.timeline)
+        return std::make_shared<DescribeJob>(item);
     const Lock lock(m_mutex);
-    EnginePool& pool = EnginePool::instance();
-    const auto isOf = [](const std::string& path) {
-        return [&path](const DescribeJobPtr& job) { return job->item().path == path; };
-    };
-    const auto ahead = std::find_if(m_descriptions.begin(), m_descriptions.end(), isOf(item.path));
-    DescribeJobPtr job = std::make_shared<DescribeJob>(item);
-    if (ahead != m_descriptions.end() && !item.timeline) {
+    const auto ahead = findDescription(item.path);
+    DescribeJobPtr job;
+    if (ahead != m_descriptions.end()) {
         job = *ahead;
-        // What came before it in its folder has been passed over.
-        std::for_each(m_descriptions.begin(), ahead, [&pool](const auto& d) { pool.drop(d); });
-        m_descriptions.erase(m_descriptions.begin(), std::next(ahead));
+        m_descriptions.erase(ahead);
     }
-    const std::size_t most = item.timeline ? 0 : pool.mostAhead();
-    for (const std::string& path : m_folders.following(item.path, most)) {
+    describeAheadFrom(item.path);
+    return job ? job : std::make_shared<DescribeJob>(item);
+}
+
+std::list<EngineClient::DescribeJobPtr>::iterator
+EngineClient::findDescription(const std::string& path)
+{
+    return std::find_if(m_descriptions.begin(), m_descriptions.end(),
+                        [&path](const auto& job) { return job->item().path == path; });
+}
+
+/// What comes before `path` in its folder has been passed over.
+void EngineClient::describeAheadFrom(const std::string& path)
+{
+    EnginePool& pool = EnginePool::instance();
+    const std::size_t most = pool.mostAhead();
+    const std::vector<std::string> next = m_folders.following(path, most);
+    m_descriptions.remove_if([&](const DescribeJobPtr& job) {
+        const bool isPassed = !m_folders.isAhead(job->item().path);
+        if (isPassed)
+            pool.drop(job);
+        return isPassed;
+    });
+    for (const std::string& follower : next) {
         if (m_descriptions.size() >= most)
             break;
-        if (std::any_of(m_descriptions.begin(), m_descriptions.end(), isOf(path)))
+        if (findDescription(follower) != m_descriptions.end())
             continue;
-        m_descriptions.push_back(std::make_shared<DescribeJob>(Item{path, nullptr}));
+        m_descriptions.push_back(std::make_shared<DescribeJob>(Item{follower, nullptr}));
         pool.runAhead(m_descriptions.back());
     }
-    return job;
 }
 
 DiscRecordPtr EngineClient::readDisc(const std::string& path)

@@ -54,6 +54,8 @@ private:
     EngineClient() = default;
 
     DescribeJobPtr takeDescription(const Item& item);
+    std::list<DescribeJobPtr>::iterator findDescription(const std::string& path);
+    void describeAheadFrom(const std::string& path);
     FramesJobPtr takeFrames(const ItemRecordPtr& item, const FrameWish& wish);
     FrameWish wishFor(const PlannedPicture& planned) const;
     void readAheadFrom(const ItemRecord& item, const FrameWish& wish);

@@ -73,6 +73,16 @@ std::vector<std::string> FolderOrder::following(const std::string& path, std::si
     return paths;
 }
 
+bool FolderOrder::isAhead(const std::string& path) const
+{
+    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    const std::string name = path.substr(folder.size());
+    return std::any_of(m_folders.begin(), m_folders.end(), [&](const Folder& known) {
+        const auto place = known.path == folder ? known.places.find(name) : known.places.end();
+        return place != known.places.end() && known.isInOrder && place->second >= known.asked;
+    });
+}
+
 FolderOrder::Folder& FolderOrder::folderOf(const std::string& path)
 {
     const auto known = std::find_if(m_folders.begin(), m_folders.end(),

@@ -19,6 +19,9 @@ public:
     /// long as what was asked for in its folder is in no such order.
     std::vector<std::string> following(const std::string& path, std::size_t most);
 
+    /// Whether `path` may still follow in its folder.
+    bool isAhead(const std::string& path) const;
+
     void clear();
 
 private:
