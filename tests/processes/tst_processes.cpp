@@ -12,6 +12,7 @@
 #include "files.h"
 #include "policy.h"
 #include "process/enginepool.h"
+#include "process/jobs.h"
 #include "vspavbased/enginecontrol.h"
 #include "vspavbased/enginelog.h"
 
@@ -19,8 +20,10 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <sys/socket.h>
 #include <sys/wait.h>
 
+#include <cmath>
 #include <csignal>
 #include <memory>
 #include <mutex>
@@ -53,6 +56,35 @@ int processesBelow()
         ++count;
     }
     return count;
+}
+
+/// Whether a DVD is believed that tells one title so often, with so many chapters. `shift` moves
+/// the place of their times by so many bytes.
+bool isBelieved(std::size_t titles, std::size_t chapters, int shift)
+{
+    int ends[2];
+    socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends);
+    wire::Channel far(wire::Descriptor(ends[0]), wire::Channel::Descriptors::refused);
+    wire::Channel near(wire::Descriptor(ends[1]), wire::Channel::Descriptors::refused);
+    flatbuffers::FlatBufferBuilder builder;
+    const auto text = builder.CreateString("dvd");
+    const auto none = builder.CreateVector(std::vector<flatbuffers::Offset<void>>()).o;
+    const auto starts =
+        builder.CreateVector(std::vector<double>(chapters, std::nextafter(1.0, 2.0)));
+    const auto title = wire::CreateDvdTitle(builder, 1.0, starts, none, none);
+    const auto* kept = reinterpret_cast<const flatbuffers::Table*>(
+        flatbuffers::GetTemporaryPointer(builder, title));
+    auto* place = const_cast<quint8*>(kept->GetAddressOf(wire::DvdTitle::VT_CHAPTER_STARTS));
+    flatbuffers::WriteScalar(place, flatbuffers::ReadScalar<quint32>(place) + quint32(shift));
+    const auto all = builder.CreateVector(std::vector(titles, title));
+    const auto set = wire::CreateDvdTitleSet(builder, 1, all);
+    const auto dvd = wire::CreateDvd(builder, builder.CreateVector(&set, 1));
+    const auto item = wire::CreateItem(builder, text, text, none, 0, dvd);
+    engine::DescribeJob job({"/item", nullptr});
+    wire::Letter letter;
+    far.send(builder, wire::CreateDescribed(builder, item), wire::noDeadline);
+    return near.receive(letter, wire::noDeadline) == wire::Channel::Result::done &&
+           job.accept(letter, nullptr) && job.record();
 }
 
 class Import
@@ -167,7 +199,6 @@ private Q_SLOTS:
             QVERIFY2(m_log.filter(path).filter(reason).size() == 1, qPrintable(m_log.join('\n')));
     }
 
-
     /// One bad item beside each good one: the good ones are imported, with pictures, and nothing of
     /// the bad ones is left.
     void manyMisbehave()
@@ -232,6 +263,14 @@ private Q_SLOTS:
         next.run({item("a.mp4")});
         QVERIFY(next.failed.isEmpty());
         QCOMPARE(AVBased::engineFailure(), "");
+    }
+
+    /// In a message that is well-formed, parts may lie in the same place, or numbers askew.
+    void believesNoImpossibleAnswer()
+    {
+        QVERIFY(isBelieved(2, 10, 0));
+        QVERIFY(!isBelieved(10000, 10000, 0));
+        QVERIFY(!isBelieved(2, 10, 4));
     }
 
     /// Two imports at once, and a host that collects every child that ends.

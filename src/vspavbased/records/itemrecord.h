@@ -13,8 +13,8 @@
 
 namespace engine {
 
-/// A described item as the boundary's records, with the message that they point into. Never changes,
-/// so it is shared between threads.
+/// A described item as the boundary's records, with the message that they point into. Never
+/// changes, so it is shared between threads.
 class ItemRecord
 {
 public:
