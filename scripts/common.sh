@@ -10,6 +10,7 @@ build_packages=(
 )
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git clang clang-format clang-tidy
+    libclang-rt-dev llvm
 )
 
 fail() {
