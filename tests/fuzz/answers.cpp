@@ -4,6 +4,7 @@
 // that comes through its socket.
 #include "boundarywalk.h"
 
+#include "ahead/pictureplan.h"
 #include "discloader.h"
 #include "importer.h"
 #include "policy.h"
@@ -59,6 +60,7 @@ bool describe(const std::uint8_t* data, std::size_t size)
     if (job.record()) {
         auto* importer = new Importer(job.record());
         walk(*importer, item.path.c_str());
+        planPictures(*job.record());
         importer->release();
     }
     return answered;
@@ -71,6 +73,7 @@ bool readDisc(const std::uint8_t* data, std::size_t size)
     if (job.record()) {
         auto* loader = new DiscLoader(job.record());
         walk(*loader);
+        planPictures(*job.record());
         loader->release();
     }
     return answered;

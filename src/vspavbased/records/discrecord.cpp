@@ -35,7 +35,7 @@ public:
     }
 
 private:
-    /// They are looked up by name: one that came twice would be one part told twice.
+    /// They are looked up by name: one that came twice would be given out for another.
     template <typename Part>
     static bool namesDiffer(const flatbuffers::Vector<flatbuffers::Offset<Part>>& parts)
     {
@@ -71,9 +71,10 @@ private:
                    [this](const wire::Chapter& chapter) { return passes(chapter); });
     }
 
-    bool passes(const wire::Chapter& chapter) const
+    bool passes(const wire::Chapter& chapter)
     {
-        return m_scrutiny.passes(chapter.duration()) && m_scrutiny.passes(chapter.time_stamp()) &&
+        return m_scrutiny.hasRoom(chapter.clips(), 2 * sizeof(double)) &&
+               m_scrutiny.passes(chapter.duration()) && m_scrutiny.passes(chapter.time_stamp()) &&
                hasTimes(chapter.in_times(), chapter.clips()) &&
                hasTimes(chapter.out_times(), chapter.clips());
     }
