@@ -8,16 +8,17 @@
 #include "server/openmovie.h"
 #include "takepicture.h"
 
+#include <new>
+
 using namespace engine;
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+namespace {
+
+void import(const MemoryFile& file)
 {
-    static MemoryFile file("/input.media");
-    file.clear();
-    file.write(0, data, size);
     const ImporterPtr importer(openItem(file.path()));
     if (!importer)
-        return 0;
+        return;
     walk(*importer, file.path().c_str());
     const AVBased::AVMovieInfo& movie = *importer->movieInfo(0);
     for (std::uint32_t i = 0; i < movie.streamCount; ++i) {
@@ -27,5 +28,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         }
     }
     importer->close();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static MemoryFile file("/input.media");
+    file.clear();
+    file.write(0, data, size);
+    try {
+        import(file);
+    } catch (const std::bad_alloc&) {
+        return 0; // an engine process ends then, and says so
+    }
     return 0;
 }
