@@ -40,7 +40,7 @@ void walk(const Volume& volume, const VolumeEntry& folder, int depth, int& files
 template <typename VolumePtr>
 void walk(const VolumePtr& volume)
 {
-    int filesLeft = 200;
+    int filesLeft = 40; // each may be a folder that is as large as any
     if (volume)
         walk(*volume, volume->root(), 0, filesLeft);
 }
