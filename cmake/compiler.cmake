@@ -13,6 +13,7 @@ endif()
 
 option(VSPIMPORT_ASSERTIONS "Keep assertions, those of the libraries included" OFF)
 set(VSPIMPORT_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize takes them")
+option(VSPIMPORT_FUZZ "Let fuzzers see which code runs; with clang" OFF)
 
 add_compile_options(-Wall -Wextra)
 # A symbol that is unique in the process would keep its library from being unloaded.
@@ -28,6 +29,9 @@ if(VSPIMPORT_SANITIZE)
                         -fno-sanitize-recover=undefined -g1)
     add_link_options(-fsanitize=${VSPIMPORT_SANITIZE})
     add_compile_definitions(VSPIMPORT_SANITIZED)
+endif()
+if(VSPIMPORT_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 find_program(CCACHE ccache)

@@ -9,7 +9,8 @@ build_packages=(
     ffmpeg dvdauthor
 )
 test_packages=(
-    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format clang-tidy
+    "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format
+    clang-tidy libclang-rt-dev llvm
 )
 
 fail() {

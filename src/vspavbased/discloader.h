@@ -10,6 +10,11 @@ namespace engine {
 class DiscLoader final : public AVBased::IBDLoader
 {
 public:
+    /// `record` of a disc that has been read already; null for one that open() is to read.
+    explicit DiscLoader(const DiscRecordPtr& record = nullptr)
+        : m_record(record)
+    {}
+
     AVBased::IBDList* titleList() override;
     const AVBased::BDPlayInfo* chapters(const char* title, std::uint32_t* count) override;
     const AVBased::BDPlayInfo* titleInfo(const char* title) override;

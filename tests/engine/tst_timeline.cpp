@@ -329,7 +329,12 @@ private Q_SLOTS:
         for (const char* line :
              {"file a", "file", "file /%4", "file /a%00b", "out 99999999999", "in -1", "size 20x"})
             QCOMPARE(wrongLine(QByteArray("source\n") + line), 3);
+        QCOMPARE(wrongLine(QByteArray("source\nfile /a\0b\n", 17)), 3);
         QCOMPARE(wrongLine(QByteArray("source\n").repeated(200001)), 200002);
+        engine::Timeline timeline;
+        timeline.items.emplace_back(); // which has no file
+        std::istringstream written(engine::timelineText(timeline));
+        QCOMPARE(engine::parseTimeline(written, timeline), 0);
     }
 
 #ifdef THROUGH_HALVES

@@ -8,6 +8,7 @@
 #include "moduleimport.h"
 #include "policy.h"
 #include "process/enginepool.h"
+#include "process/jobs.h"
 #include "vspavbased/enginecontrol.h"
 #include "vspavbased/enginelog.h"
 
@@ -15,8 +16,10 @@
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
 
+#include <sys/socket.h>
 #include <sys/wait.h>
 
+#include <cmath>
 #include <csignal>
 #include <memory>
 #include <mutex>
@@ -27,6 +30,70 @@ using Vesk::CImportContext;
 namespace {
 
 constexpr std::chrono::milliseconds shortLimit{150};
+
+using flatbuffers::FlatBufferBuilder;
+
+/// An empty list of whatever it is used for.
+flatbuffers::Offset<void> nothing(FlatBufferBuilder& builder)
+{
+    return builder.CreateVector(std::vector<flatbuffers::Offset<void>>()).o;
+}
+
+template <typename Job, typename Answer>
+bool isBelieved(FlatBufferBuilder& builder, flatbuffers::Offset<Answer> answer)
+{
+    int ends[2];
+    socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends);
+    wire::Channel far(wire::Descriptor(ends[0]), wire::Channel::Descriptors::refused);
+    wire::Channel near(wire::Descriptor(ends[1]), wire::Channel::Descriptors::refused);
+    far.send(builder, answer, wire::noDeadline);
+    wire::Letter letter;
+    Job job({"/item", nullptr});
+    return near.receive(letter, wire::noDeadline) == wire::Channel::Result::done &&
+           job.accept(letter, nullptr) && job.record();
+}
+
+/// Whether a DVD is believed that tells one title so often, with so many chapters. `shift` moves
+/// the place of their times by so many bytes; each of those begins with a number that is small
+/// enough for that of the times.
+bool isDvdBelieved(std::size_t titles, std::size_t chapters, int shift)
+{
+    FlatBufferBuilder builder;
+    const auto text = builder.CreateString("dvd");
+    const auto none = nothing(builder);
+    const auto starts =
+        builder.CreateVector(std::vector<double>(chapters, std::nextafter(1.0, 2.0)));
+    const auto title = wire::CreateDvdTitle(builder, 1.0, starts, none.o, none.o);
+    const auto* kept = reinterpret_cast<const flatbuffers::Table*>(
+        flatbuffers::GetTemporaryPointer(builder, title));
+    auto* place = const_cast<quint8*>(kept->GetAddressOf(wire::DvdTitle::VT_CHAPTER_STARTS));
+    flatbuffers::WriteScalar(place, flatbuffers::ReadScalar<quint32>(place) + quint32(shift));
+    const auto all = builder.CreateVector(std::vector(titles, title));
+    const auto set = wire::CreateDvdTitleSet(builder, 1, all);
+    const auto dvd = wire::CreateDvd(builder, builder.CreateVector(&set, 1));
+    const auto item = wire::CreateItem(builder, text, text, none.o, 0, dvd);
+    return isBelieved<engine::DescribeJob>(builder, wire::CreateDescribed(builder, item));
+}
+
+/// The same of a Blu-ray disc of two titles, of so many chapters of so many clips.
+bool isBlurayBelieved(const char* first, const char* second, std::size_t chapters, unsigned clips)
+{
+    FlatBufferBuilder builder;
+    const auto none = nothing(builder);
+    const auto seconds = builder.CreateVector(std::vector<double>(clips, 1.0));
+    const auto times = wire::CreateClipTimes(builder, seconds);
+    const auto chapter = wire::CreateChapter(builder, 0, 0, clips);
+    const auto chapterList = builder.CreateVector(std::vector(chapters, chapter));
+    const auto title = [&](const char* name) {
+        return wire::CreateTitle(builder, builder.CreateString(name), none.o, 0, 0, 0, 0,
+                                 chapterList);
+    };
+    const flatbuffers::Offset<wire::Title> titles[] = {title(first), title(second)};
+    const auto disc =
+        wire::CreateDisc(builder, builder.CreateString(""), false, none.o,
+                         builder.CreateVector(titles, 2), builder.CreateVector(&times, 1));
+    return isBelieved<engine::ReadDiscJob>(builder, wire::CreateDiscRead(builder, disc));
+}
 
 } // namespace
 
@@ -167,6 +234,17 @@ private Q_SLOTS:
         next.run({item("a.mp4")});
         QVERIFY(next.failed.isEmpty());
         QCOMPARE(AVBased::engineFailure(), "");
+    }
+
+    /// In a message that is well-formed, parts may lie in the same place, or numbers askew.
+    void believesNoImpossibleAnswer()
+    {
+        QVERIFY(isDvdBelieved(2, 10, 0));
+        QVERIFY(!isDvdBelieved(10000, 10000, 0));
+        QVERIFY(!isDvdBelieved(2, 10, 4));
+        QVERIFY(isBlurayBelieved("a", "b", 100, 10));
+        QVERIFY(!isBlurayBelieved("a", "a", 100, 10));
+        QVERIFY(!isBlurayBelieved("a", "b", 10000, 10000));
     }
 
     /// Two imports at once, and a host that collects every child that ends.

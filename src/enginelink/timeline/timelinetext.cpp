@@ -33,18 +33,16 @@ std::optional<std::string> unescaped(const std::string& text)
 {
     std::string path;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            path += text[i];
-            continue;
+        auto code = static_cast<unsigned char>(text[i]);
+        if (text[i] == '%') {
+            if (i + 2 >= text.size() ||
+                std::from_chars(&text[i + 1], &text[i + 3], code, 16).ptr != &text[i + 3])
+                return std::nullopt;
+            i += 2;
         }
-        unsigned char code = 0;
-        if (i + 2 >= text.size() ||
-            std::from_chars(&text[i + 1], &text[i + 3], code, 16).ptr != &text[i + 3])
-            return std::nullopt;
         if (code == 0)
             return std::nullopt;
         path += static_cast<char>(code);
-        i += 2;
     }
     return path;
 }
@@ -137,7 +135,9 @@ std::string timelineText(const Timeline& timeline)
     text.imbue(std::locale::classic()); // others group digits
     text << timelineFirstLine << '\n';
     for (const TimelineItem& item : timeline.items) {
-        text << "\nsource\n  file " << escaped(item.path) << '\n';
+        text << "\nsource\n";
+        if (!item.path.empty())
+            text << "  file " << escaped(item.path) << '\n';
         text << "  movie " << item.movie << '\n';
         text << "  video " << item.videoStream << '\n';
         text << "  audio " << item.audioStream << '\n';

@@ -3,6 +3,7 @@
 
 #include "enginelink/ascii.h"
 #include "policy.h"
+#include "records/scrutiny.h"
 
 #include <cstring>
 
@@ -101,7 +102,8 @@ bool FramesJob::accept(wire::Letter& letter, const void* canvas)
 {
     const auto* taken = letter.as<wire::PictureTaken>();
     const bool hasReads = taken && taken->reads();
-    if (!taken || (hasReads && taken->reads()->size() > m_wish.reads) ||
+    if (!taken ||
+        (hasReads && (!isAligned(*taken->reads()) || taken->reads()->size() > m_wish.reads)) ||
         (taken->has_picture() && canvasSize() == 0))
         return false;
     m_isOpened = taken->opened();

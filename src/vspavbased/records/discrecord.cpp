@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "records/discrecord.h"
 
+#include "records/scrutiny.h"
+
 #include <algorithm>
+#include <string_view>
+#include <unordered_set>
 
 namespace engine {
 
@@ -15,30 +19,36 @@ public:
         : m_disc(disc)
     {}
 
-    bool passes() const
+    bool passes()
     {
-        return isSensible(*m_disc.name()) && all(m_disc.files(), &DiscCheck::checkFile) &&
-               all(m_disc.times(), &DiscCheck::checkTimes) &&
-               all(m_disc.titles(), &DiscCheck::checkTitle);
+        return m_scrutiny.passes(*m_disc.name()) && namesDiffer(*m_disc.files()) &&
+               namesDiffer(*m_disc.titles()) &&
+               m_scrutiny.passes<MovieRecord>(
+                   *m_disc.files(),
+                   [this](const wire::StreamFile& file) { return passes(file); }) &&
+               m_scrutiny.passes<wire::ClipTimes>(*m_disc.times(),
+                                                  [this](const wire::ClipTimes& times) {
+                                                      return m_scrutiny.passes(*times.seconds());
+                                                  }) &&
+               m_scrutiny.passes<AVBased::BDPlayInfo>(
+                   *m_disc.titles(), [this](const wire::Title& title) { return passes(title); });
     }
 
 private:
-    template <typename List, typename Part>
-    bool all(const List& list, bool (DiscCheck::*check)(const Part&) const) const
+    /// They are looked up by name: one that came twice would be given out for another.
+    template <typename Part>
+    static bool namesDiffer(const flatbuffers::Vector<flatbuffers::Offset<Part>>& parts)
     {
-        return std::all_of(list->begin(), list->end(),
-                           [this, check](const Part* part) { return (this->*check)(*part); });
+        std::unordered_set<std::string_view> names;
+        return std::all_of(parts.begin(), parts.end(), [&names](const Part* part) {
+            return names.insert(part->name()->c_str()).second;
+        });
     }
 
-    bool checkFile(const wire::StreamFile& file) const
+    bool passes(const wire::StreamFile& file)
     {
-        return isSensible(*file.name()) && (!file.movie() || isSensible(*file.movie()));
-    }
-
-    bool checkTimes(const wire::ClipTimes& times) const
-    {
-        return std::all_of(times.seconds()->begin(), times.seconds()->end(),
-                           [](double seconds) { return isSensible(seconds); });
+        return m_scrutiny.passes(*file.name()) &&
+               (!file.movie() || m_scrutiny.passes(*file.movie()));
     }
 
     /// Whether there are times of `clips` clips at `index`.
@@ -48,25 +58,29 @@ private:
                clips <= m_disc.times()->Get(index)->seconds()->size();
     }
 
-    bool checkTitle(const wire::Title& title) const
+    bool passes(const wire::Title& title)
     {
         const std::uint32_t clips = title.clip_files()->size();
-        return isSensible(*title.name()) && isSensible(title.duration()) &&
-               isSensible(title.time_stamp()) && hasTimes(title.in_times(), clips) &&
-               hasTimes(title.out_times(), clips) &&
+        return m_scrutiny.passes(*title.name()) && m_scrutiny.passes(title.duration()) &&
+               m_scrutiny.passes(title.time_stamp()) && hasTimes(title.in_times(), clips) &&
+               hasTimes(title.out_times(), clips) && m_scrutiny.hasRoom(clips, 2 * sizeof(void*)) &&
                std::all_of(title.clip_files()->begin(), title.clip_files()->end(),
                            [this](std::uint32_t file) { return file < m_disc.files()->size(); }) &&
-               all(title.chapters(), &DiscCheck::checkChapter);
+               m_scrutiny.passes<AVBased::BDPlayInfo>(
+                   *title.chapters(),
+                   [this](const wire::Chapter& chapter) { return passes(chapter); });
     }
 
-    bool checkChapter(const wire::Chapter& chapter) const
+    bool passes(const wire::Chapter& chapter)
     {
-        return isSensible(chapter.duration()) && isSensible(chapter.time_stamp()) &&
+        return m_scrutiny.hasRoom(chapter.clips(), 2 * sizeof(double)) &&
+               m_scrutiny.passes(chapter.duration()) && m_scrutiny.passes(chapter.time_stamp()) &&
                hasTimes(chapter.in_times(), chapter.clips()) &&
                hasTimes(chapter.out_times(), chapter.clips());
     }
 
     const wire::Disc& m_disc;
+    Scrutiny m_scrutiny;
 };
 
 } // namespace

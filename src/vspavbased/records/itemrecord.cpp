@@ -1,45 +1,61 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "records/itemrecord.h"
 
-#include <algorithm>
+#include "records/scrutiny.h"
 
 namespace engine {
 
 namespace {
 
-template <typename List, typename Check>
-bool all(const List& list, Check check)
-{
-    return std::all_of(list->begin(), list->end(), check);
-}
+/// A DVD has 99 titles at most; who asks for one of them looks at all.
+constexpr flatbuffers::uoffset_t mostMovies = 1000;
 
-bool isSensible(const wire::DvdTitle& title)
+/// Whether an engine can have said that.
+class ItemCheck
 {
+public:
+    bool passes(const wire::Item& item)
+    {
+        return m_scrutiny.passes(*item.kind()) && m_scrutiny.passes(*item.kind_name()) &&
+               item.movies()->size() <= mostMovies &&
+               m_scrutiny.passes<MovieRecord>(
+                   *item.movies(),
+                   [this](const wire::Movie& movie) { return m_scrutiny.passes(movie); }) &&
+               (!item.dvd() || passes(*item.dvd()));
+    }
+
+private:
     using Info = AVBased::DVDTitleInfo;
-    return engine::isSensible(title.duration()) &&
-           all(title.chapter_starts(), [](double start) { return engine::isSensible(start); }) &&
-           title.subpictures()->size() <= Info::MaxSubpictures &&
-           title.audio()->size() <= Info::MaxAudioTracks &&
-           all(title.subpictures(),
-               [](const wire::Subpicture* stream) {
-                   return engine::isSensible(*stream->name());
-               }) &&
-           all(title.audio(), [](const wire::AudioTrack* track) {
-               return engine::isSensible(*track->codec()) &&
-                      engine::isSensible(*track->language()) && engine::isSensible(*track->kind());
-           });
-}
 
-bool isSensible(const wire::Item& item)
-{
-    return engine::isSensible(*item.kind()) && engine::isSensible(*item.kind_name()) &&
-           all(item.movies(),
-               [](const wire::Movie* movie) { return engine::isSensible(*movie); }) &&
-           (!item.dvd() || all(item.dvd()->title_sets(), [](const wire::DvdTitleSet* set) {
-               return all(set->titles(),
-                          [](const wire::DvdTitle* title) { return isSensible(*title); });
-           }));
-}
+    bool passes(const wire::Dvd& dvd)
+    {
+        return m_scrutiny.passes<AVBased::DVDTitleSetInfo>(
+            *dvd.title_sets(), [this](const wire::DvdTitleSet& set) {
+                return m_scrutiny.passes<Info>(
+                    *set.titles(), [this](const wire::DvdTitle& title) { return passes(title); });
+            });
+    }
+
+    bool passes(const wire::DvdTitle& title)
+    {
+        return m_scrutiny.passes(title.duration()) && m_scrutiny.passes(*title.chapter_starts()) &&
+               title.subpictures()->size() <= Info::MaxSubpictures &&
+               title.audio()->size() <= Info::MaxAudioTracks &&
+               m_scrutiny.passes<AVBased::DVDSubpictureInfo>(
+                   *title.subpictures(),
+                   [this](const wire::Subpicture& stream) {
+                       return m_scrutiny.passes(*stream.name());
+                   }) &&
+               m_scrutiny.passes<AVBased::DVDAudioInfo>(
+                   *title.audio(), [this](const wire::AudioTrack& track) {
+                       return m_scrutiny.passes(*track.codec()) &&
+                              m_scrutiny.passes(*track.language()) &&
+                              m_scrutiny.passes(*track.kind());
+                   });
+    }
+
+    Scrutiny m_scrutiny;
+};
 
 AVBased::DVDTitleInfo recordOf(const wire::DvdTitle& title)
 {
@@ -64,7 +80,7 @@ AVBased::DVDTitleInfo recordOf(const wire::DvdTitle& title)
 std::shared_ptr<const ItemRecord> ItemRecord::make(const Item& item, wire::Letter letter)
 {
     const auto* described = letter.as<wire::Described>();
-    if (!described || !described->item() || !isSensible(*described->item()))
+    if (!described || !described->item() || !ItemCheck().passes(*described->item()))
         return nullptr;
     return std::shared_ptr<const ItemRecord>(new ItemRecord(item, std::move(letter)));
 }

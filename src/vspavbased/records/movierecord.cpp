@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "records/movierecord.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstring>
 
 namespace engine {
 
 namespace {
-
-/// Far more than the engine lets through.
-constexpr flatbuffers::uoffset_t longestText = 1024 * 1024;
-
-constexpr double longestSeconds = 1e12;
 
 AVBased::AVStreamInfo recordOf(const wire::Stream& stream)
 {
@@ -35,37 +28,7 @@ AVBased::AVStreamInfo recordOf(const wire::Stream& stream)
     return record;
 }
 
-bool isSensible(const wire::Stream& stream)
-{
-    return engine::isSensible(*stream.name()) && engine::isSensible(*stream.codec()) &&
-           engine::isSensible(*stream.language()) &&
-           stream.fourcc()->size() == sizeof(AVBased::AVStreamInfo::fourcc) &&
-           stream.width() >= 0 && stream.height() >= 0 && stream.sample_rate() >= 0 &&
-           stream.channels() >= 0 && stream.bit_rate() >= 0 &&
-           engine::isSensible(stream.duration());
-}
-
 } // namespace
-
-bool isSensible(const flatbuffers::String& text)
-{
-    return text.size() <= longestText;
-}
-
-bool isSensible(double seconds)
-{
-    return std::isfinite(seconds) && std::abs(seconds) <= longestSeconds;
-}
-
-bool isSensible(const wire::Movie& movie)
-{
-    return isSensible(*movie.name()) && isSensible(*movie.format()) &&
-           std::all_of(movie.streams()->begin(), movie.streams()->end(),
-                       [](const wire::Stream* stream) { return isSensible(*stream); }) &&
-           std::all_of(movie.tags()->begin(), movie.tags()->end(), [](const wire::Tag* tag) {
-               return isSensible(*tag->key()) && isSensible(*tag->value());
-           });
-}
 
 MovieRecord::MovieRecord(const wire::Movie& movie)
     : m_record()

@@ -25,10 +25,4 @@ private:
     AVBased::AVMovieInfo m_record;
 };
 
-/// Whether an engine can have said that: no number that is less than none, and no text without end.
-bool isSensible(const wire::Movie& movie);
-bool isSensible(const flatbuffers::String& text);
-/// A number of seconds.
-bool isSensible(double seconds);
-
 } // namespace engine
