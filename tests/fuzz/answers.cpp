@@ -9,6 +9,7 @@
 #include "importer.h"
 #include "policy.h"
 #include "process/engineprocess.h"
+#include "process/engineprogram.h"
 #include "process/jobs.h"
 
 #include <sys/socket.h>
@@ -43,7 +44,8 @@ bool isAnswered(Job& job, const std::uint8_t* data, std::size_t size)
     const int room = 2 * 1024 * 1024;
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
         std::abort();
-    EngineProcess process(1, wire::Descriptor(ends[0]));
+    static EngineProgram none(item.path); // which is never started
+    EngineProcess process(none, 1, wire::Descriptor(ends[0]));
     const wire::Descriptor farEnd(ends[1]);
     setsockopt(farEnd.get(), SOL_SOCKET, SO_SNDBUF, &room, sizeof(room));
     if (send(farEnd.get(), data, size, MSG_DONTWAIT) != ssize_t(size))
