@@ -8,6 +8,13 @@
 
 namespace engine {
 
+namespace {
+
+/// Of pictures that wait to be asked for.
+constexpr std::size_t mostPictureBytes = std::size_t{32} * 1024 * 1024;
+
+} // namespace
+
 EngineClient& EngineClient::instance()
 {
     static EngineClient client;
@@ -194,7 +201,9 @@ FrameWish EngineClient::wishFor(const PlannedPicture& planned) const
 void EngineClient::readAheadFrom(const ItemRecord& item, const FrameWish& wish)
 {
     EnginePool& pool = EnginePool::instance();
-    const std::size_t most = std::min(pool.mostAhead(), m_distance);
+    const std::size_t pictureSize = std::size_t{wish.width} * wish.height * 4;
+    const std::size_t most =
+        std::min({pool.mostAhead(), m_distance, 1 + mostPictureBytes / (pictureSize + 1)});
     if (m_distance == 0)
         m_distance = 1;
     if (!wish.seekMs || wish.width == 0 ||

@@ -18,9 +18,9 @@ namespace engine {
 /// What the boundary's objects ask of the engine. What they will probably ask for next is asked for
 /// ahead, when there are processes to do it: then it is there when they come.
 ///
-/// Ahead are the files that follow in a folder, and the pictures that follow in the import, up to
-/// twice as many as there are processes. What was guessed wrongly is dropped; whoever then passes
-/// over what is there already is followed at a greater distance. Callable from any thread.
+/// Ahead are the files that follow in a folder, and the pictures that follow in the import. What
+/// was guessed wrongly is dropped; whoever then passes over what is there already is followed at a
+/// greater distance. Callable from any thread.
 class EngineClient
 {
 public:

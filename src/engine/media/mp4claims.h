@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "bytes/bufferedbytes.h"
 #include "media/claims.h"
 #include "media/mp4boxes.h"
 
@@ -29,7 +30,7 @@ private:
 
     std::vector<Cover> coverTrack(const Mp4Box& box);
 
-    const ByteSource& m_file;
+    const BufferedBytes m_file;
     bool m_expectsRuns = false;
     std::uint64_t m_samples = 0; ///< that have been believed though they are not listed one by one
     std::uint64_t m_copies = 0;  ///< of samples, for edit lists

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/mp4protection.h"
 
+#include "bytes/bufferedbytes.h"
 #include "bytes/plainfile.h"
 #include "media/mp4boxes.h"
 
@@ -28,7 +29,7 @@ private:
     bool searchBoxes(const Mp4Box& parent, int level);
     bool searchSampleEntries(const Mp4Box& table, int level);
 
-    const ByteSource& m_file;
+    const BufferedBytes m_file;
     Deadline& m_deadline;
     int m_boxes = 0;
 };

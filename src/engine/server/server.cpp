@@ -10,12 +10,8 @@ namespace engine {
 
 namespace {
 
-void sendLogLine(const char* message, void* channel)
-{
-    flatbuffers::FlatBufferBuilder builder;
-    const auto line = wire::CreateLogLine(builder, builder.CreateString(message));
-    static_cast<wire::Channel*>(channel)->send(builder, line, wire::noDeadline);
-}
+/// Lines that wait for an answer to go with, so that the near half is not woken for each.
+constexpr std::size_t mostLines = 100;
 
 } // namespace
 
@@ -25,7 +21,8 @@ Server::Server(wire::Channel& channel, Engine& engine)
     , m_files(channel)
 {
     useFiles(m_files);
-    AVBased::setLogReceiver(sendLogLine, &m_channel);
+    AVBased::setLogReceiver(
+        [](const char* line, void* server) { static_cast<Server*>(server)->keepLine(line); }, this);
 }
 
 void Server::run()
@@ -150,9 +147,28 @@ bool Server::drawPicture(std::uint32_t width, std::uint32_t height)
     return pixels && m_canvas.write(pixels, static_cast<std::size_t>(bytes));
 }
 
+void Server::keepLine(const char* line)
+{
+    m_lines.emplace_back(line);
+    if (m_lines.size() == mostLines)
+        sendLines();
+}
+
+void Server::sendLines()
+{
+    flatbuffers::FlatBufferBuilder builder;
+    for (const std::string& line : m_lines) {
+        builder.Clear();
+        m_channel.send(builder, wire::CreateLogLine(builder, builder.CreateString(line)),
+                       wire::noDeadline);
+    }
+    m_lines.clear();
+}
+
 template <typename Table>
 void Server::send(flatbuffers::FlatBufferBuilder& builder, flatbuffers::Offset<Table> body)
 {
+    sendLines();
     if (m_channel.send(builder, body, wire::noDeadline) != wire::Channel::Result::done)
         m_isDone = true;
 }

@@ -9,6 +9,7 @@
 #include "vspavbased/iimageconverter.h"
 
 #include <string>
+#include <vector>
 
 namespace engine {
 
@@ -30,6 +31,8 @@ private:
     OpenMovie* openMovie(const wire::TakePicture& request);
     bool drawPicture(std::uint32_t width, std::uint32_t height);
 
+    void keepLine(const char* line);
+    void sendLines();
     template <typename Table>
     void send(flatbuffers::FlatBufferBuilder& builder, flatbuffers::Offset<Table> body);
 
@@ -44,6 +47,7 @@ private:
     std::unique_ptr<AVBased::IImageConverter, Release> m_converter;
     std::uint32_t m_width = 0; ///< of m_converter
     std::uint32_t m_height = 0;
+    std::vector<std::string> m_lines; ///< of the log, not yet sent
     bool m_isDone = false;
 };
 

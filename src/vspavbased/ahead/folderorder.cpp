@@ -55,22 +55,43 @@ std::vector<std::string> FolderOrder::following(const std::string& path, std::si
     const std::string suffix = suffixOf(name);
     if (end == std::string::npos || isOfDisc(suffix))
         return {};
-    m_suffixes.insert(suffix);
     Folder& folder = folderOf(path.substr(0, end + 1));
-    const auto place = folder.places.find(name);
-    if (place == folder.places.end())
-        return {};
-    // The first one of a folder tells nothing yet.
-    folder.isInOrder = folder.asked > 0 && place->second >= folder.asked;
-    folder.asked = place->second + 1;
+    advance(folder.listed, name);
+    advance(folder.sorted, name);
+    m_suffixes.insert(suffix);
+    const Sequence& sequence = folder.likelier();
     std::vector<std::string> paths;
-    const std::size_t farthest = std::min(folder.names.size(), folder.asked + mostLookedAt);
-    for (std::size_t i = folder.asked; folder.isInOrder && i < farthest && paths.size() < most;
-         ++i) {
-        if (m_suffixes.count(suffixOf(folder.names[i])) > 0)
-            paths.push_back(folder.path + folder.names[i]);
+    const std::size_t farthest =
+        sequence.hits > 0 ? std::min(sequence.names.size(), sequence.asked + mostLookedAt) : 0;
+    for (std::size_t i = sequence.asked; i < farthest && paths.size() < most; ++i) {
+        if (isOfKind(sequence.names[i]))
+            paths.push_back(folder.path + sequence.names[i]);
     }
     return paths;
+}
+
+/// The first one of a folder tells nothing yet, and kinds that were not asked for before may lie
+/// between two that follow each other.
+void FolderOrder::advance(Sequence& sequence, const std::string& name) const
+{
+    const auto found = sequence.places.find(name);
+    if (found == sequence.places.end())
+        return;
+    const std::size_t place = found->second;
+    const auto at = [&sequence](std::size_t i) {
+        return sequence.names.begin() + static_cast<std::ptrdiff_t>(i);
+    };
+    const bool isNext =
+        sequence.asked > 0 && place >= sequence.asked &&
+        std::none_of(at(sequence.asked), at(std::min(place, sequence.asked + mostLookedAt)),
+                     [this](const std::string& between) { return isOfKind(between); });
+    sequence.hits = isNext ? sequence.hits + 1 : 0;
+    sequence.asked = place + 1;
+}
+
+bool FolderOrder::isOfKind(const std::string& name) const
+{
+    return m_suffixes.count(suffixOf(name)) > 0;
 }
 
 bool FolderOrder::isAhead(const std::string& path) const
@@ -78,8 +99,11 @@ bool FolderOrder::isAhead(const std::string& path) const
     const std::string folder = path.substr(0, path.rfind('/') + 1);
     const std::string name = path.substr(folder.size());
     return std::any_of(m_folders.begin(), m_folders.end(), [&](const Folder& known) {
-        const auto place = known.path == folder ? known.places.find(name) : known.places.end();
-        return place != known.places.end() && known.isInOrder && place->second >= known.asked;
+        const Sequence& sequence = known.likelier();
+        const auto place =
+            known.path == folder ? sequence.places.find(name) : sequence.places.end();
+        return place != sequence.places.end() && sequence.hits > 0 &&
+               place->second >= sequence.asked;
     });
 }
 
@@ -95,9 +119,13 @@ FolderOrder::Folder& FolderOrder::folderOf(const std::string& path)
         m_folders.pop_back();
     Folder& folder = m_folders.emplace_front();
     folder.path = path;
-    folder.names = namesIn(path);
-    for (std::size_t i = 0; i < folder.names.size(); ++i)
-        folder.places.emplace(folder.names[i], i);
+    folder.listed.names = namesIn(path);
+    folder.sorted.names = folder.listed.names;
+    std::sort(folder.sorted.names.begin(), folder.sorted.names.end());
+    for (Sequence* sequence : {&folder.listed, &folder.sorted}) {
+        for (std::size_t i = 0; i < sequence->names.size(); ++i)
+            sequence->places.emplace(sequence->names[i], i);
+    }
     return folder;
 }
 

@@ -11,12 +11,13 @@
 namespace engine {
 
 /// Guesses which file of a folder will be asked for next: those who walk through folders take the
-/// entries as the file system gives them, and of those the kinds that they have taken so far.
+/// entries as the file system gives them, people who pick files have them sorted, and both take the
+/// kinds that were taken so far.
 class FolderOrder
 {
 public:
     /// What will probably follow, at most `most` paths, now that `path` is asked for. Nothing as
-    /// long as what was asked for in its folder is in no such order.
+    /// long as what was asked for in its folder is in no order.
     std::vector<std::string> following(const std::string& path, std::size_t most);
 
     /// Whether `path` may still follow in its folder.
@@ -25,16 +26,27 @@ public:
     void clear();
 
 private:
-    struct Folder
+    /// The names of a folder in one order, and how well what is asked for keeps to it.
+    struct Sequence
     {
-        std::string path; ///< with a separator behind it
         std::vector<std::string> names;
         std::unordered_map<std::string, std::size_t> places;
         std::size_t asked = 0; ///< place behind the file asked for last
-        bool isInOrder = false;
+        std::size_t hits = 0;  ///< files in a row of which each was the next
+    };
+
+    struct Folder
+    {
+        std::string path; ///< with a separator behind it
+        Sequence listed;
+        Sequence sorted;
+
+        const Sequence& likelier() const { return sorted.hits > listed.hits ? sorted : listed; }
     };
 
     Folder& folderOf(const std::string& path);
+    void advance(Sequence& sequence, const std::string& name) const;
+    bool isOfKind(const std::string& name) const;
 
     std::deque<Folder> m_folders;     ///< those used last, the last one in front
     std::set<std::string> m_suffixes; ///< of the files asked for, in upper case

@@ -17,6 +17,9 @@ namespace {
 constexpr std::chrono::milliseconds timeToEnd{100};
 constexpr std::chrono::milliseconds noTime{0};
 
+/// Jobs that wait for a process: when one takes long, the others still have some to do.
+constexpr std::size_t plannedForEach = 8;
+
 /// For a process to begin, on a machine that has a lot to do.
 constexpr std::chrono::milliseconds timeToBegin{10000};
 
@@ -105,7 +108,7 @@ bool EnginePool::startThread(void (EnginePool::*work)())
 std::size_t EnginePool::mostAhead() const
 {
     const unsigned processes = policy().processes;
-    return policy().readsAhead && processes > 1 ? std::size_t{2} * processes : 0;
+    return policy().readsAhead && processes > 1 ? plannedForEach * processes : 0;
 }
 
 bool EnginePool::run(const JobPtr& job)
@@ -129,9 +132,10 @@ bool EnginePool::run(const JobPtr& job)
                 return false;
             }
         }
-        ++m_askers;
+        const bool awaitsProcess = job->m_state != Job::State::running;
+        m_askers += awaitsProcess;
         m_changed.wait(lock);
-        --m_askers;
+        m_askers -= awaitsProcess;
     }
 }
 
