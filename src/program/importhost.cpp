@@ -172,19 +172,8 @@ bool isEngineMissing()
 
 } // namespace
 
-void vspimportConfinement(QString& line)
-{
-    const QString protections = QString::fromUtf8(AVBased::engineProtections());
-    line = protections.isEmpty()
-               ? QString::fromUtf8(AVBased::engineFailure())
-               : QStringLiteral("The engine's processes have %1").arg(protections);
-}
-
 int vspimportRun(const Options& options)
 {
-    if (options.jobs > 0)
-        AVBased::setEngineProcesses(unsigned(options.jobs));
-    AVBased::startEngine();
     if (isEngineMissing())
         return CannotRun;
     if ((options.forImport || options.forConvert) && !canWritePictures()) {

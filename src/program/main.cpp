@@ -13,6 +13,7 @@
 #include "options.h"
 #include "plugin.h"
 #include "reportcommand.h"
+#include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QCoreApplication>
 
@@ -74,15 +75,18 @@ int unusable(const QString& reason)
 void showVersion()
 {
     print(QStringLiteral("vspimport " VSPIMPORT_VERSION "\n"), stdout);
-    Plugin plugin;
-    QString confinement;
-    if (plugin.load(confinement))
-        confinement = plugin.confinement();
-    print(confinement + QLatin1Char('\n'), stdout);
+    const QString protections = QString::fromUtf8(AVBased::engineProtections());
+    print(protections.isEmpty()
+              ? QString::fromUtf8(AVBased::engineFailure()) + QLatin1Char('\n')
+              : QStringLiteral("The engine's processes have %1.\n").arg(protections),
+          stdout);
 }
 
 int import(const Options& options)
 {
+    if (options.jobs > 0)
+        AVBased::setEngineProcesses(unsigned(options.jobs));
+    AVBased::startEngine(); // first, since it takes longest; the import says when it cannot be
     Plugin plugin;
     QString error;
     return plugin.load(error) ? plugin.import(options) : unusable(error);

@@ -30,7 +30,7 @@ struct Options
     QString forbidden;
     bool allFiles = false;
     bool allowDrm = false;
-    int jobs = 0; ///< engine processes at once; 0 for what suits the machine
+    int jobs = 0;     ///< engine processes at once; 0 for what suits the machine
     QString jsonFile; ///< "-" for standard output, empty for none
     bool events = false;
     QString reportFile;

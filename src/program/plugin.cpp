@@ -50,22 +50,14 @@ bool Plugin::loadHost(QString& error)
 {
     m_host.setFileName(libraryPath(QStringLiteral("vspimport_host")));
     m_import = reinterpret_cast<ImportFunction>(m_host.resolve("vspimportRun"));
-    m_confinement = reinterpret_cast<ConfinementFunction>(m_host.resolve("vspimportConfinement"));
-    if (!m_import || !m_confinement) {
+    if (!m_import) {
         error = QStringLiteral("a part of the program cannot be loaded: %1")
                     .arg(oneLine(m_host.errorString()));
     }
-    return m_import && m_confinement;
+    return m_import != nullptr;
 }
 
 int Plugin::import(const Options& options)
 {
     return m_import(options);
-}
-
-QString Plugin::confinement()
-{
-    QString line;
-    m_confinement(line);
-    return line;
 }

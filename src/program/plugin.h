@@ -19,18 +19,13 @@ public:
     /// Imports as `options` say; the program's exit status. Called once, after load().
     int import(const Options& options);
 
-    /// How the engine is confined, or why it cannot be used, in a line. After load().
-    QString confinement();
-
 private:
     bool loadModule(QString& error);
     bool loadHost(QString& error);
 
     using ImportFunction = int (*)(const Options&);
-    using ConfinementFunction = void (*)(QString&);
 
     QPluginLoader m_loader;
     QLibrary m_host;
     ImportFunction m_import = nullptr;
-    ConfinementFunction m_confinement = nullptr;
 };

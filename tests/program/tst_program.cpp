@@ -295,7 +295,7 @@ private Q_SLOTS:
         QCOMPARE(textAt(result, "sources/0"), ifo);
     }
 
-    void saysThatThePluginIsMissing()
+    void saysWhatIsMissing()
     {
         // The program, with all but the plug-in where it looks for it.
         ProgramRun program;
@@ -314,6 +314,17 @@ private Q_SLOTS:
             QVERIFY(program.output.isEmpty());
         }
         QCOMPARE(program.shell("bin/vspimport --version"), 0);
+
+        // And with the plug-in, but nothing where it looks for the engine, or what does not run.
+        QVERIFY(QFile::remove(copy) && QFile::copy(PLUGIN, copy));
+        program.file("film.mp4", smallVideo());
+        for (const char* prepare :
+             {"", "mkdir libexec; cp /bin/false libexec/vspimport-engine; "}) {
+            QCOMPARE(program.shell(prepare + QString("bin/vspimport --config-dir . film.mp4")), 2);
+            QCOMPARE(program.errorOutput.count('\n'), 1);
+            QVERIFY2(program.errorOutput.contains("/libexec/vspimport-engine"),
+                     program.errorOutput.constData());
+        }
     }
 };
 
