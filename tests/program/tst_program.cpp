@@ -320,7 +320,10 @@ private Q_SLOTS:
         program.file("film.mp4", smallVideo());
         for (const char* prepare :
              {"", "mkdir libexec; cp /bin/false libexec/vspimport-engine; "}) {
-            QCOMPARE(program.shell(prepare + QString("bin/vspimport --config-dir . film.mp4")), 2);
+            QCOMPARE(
+                program.shell(prepare +
+                              QString("LD_LIBRARY_PATH=lib bin/vspimport --config-dir . film.mp4")),
+                2);
             QCOMPARE(program.errorOutput.count('\n'), 1);
             QVERIFY2(program.errorOutput.contains("/libexec/vspimport-engine"),
                      program.errorOutput.constData());

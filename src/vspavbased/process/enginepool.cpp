@@ -75,6 +75,7 @@ EnginePool::~EnginePool()
         killBusy();
     }
     m_changed.notify_all();
+    m_timer.notify_all();
     for (std::thread& thread : m_threads)
         thread.join();
 }
@@ -87,9 +88,11 @@ bool EnginePool::start()
 
 bool EnginePool::start(EngineProgram& program)
 {
-    if (!program.link())
-        m_lastUse = wire::Clock::now();
+    if (program.link())
+        return true;
+    m_lastUse = wire::Clock::now();
     m_hasTimer = m_hasTimer || startThread(&EnginePool::endWhenIdle);
+    m_timer.notify_all();
     return program.start();
 }
 
@@ -360,9 +363,9 @@ void EnginePool::endWhenIdle()
     while (!m_isEnding) {
         const auto end = m_lastUse + policy().idle;
         if (!m_engine.link() && !m_tables.link()) {
-            m_changed.wait(lock);
+            m_timer.wait(lock);
         } else if (!m_busy.empty() || wire::Clock::now() < end) {
-            m_changed.wait_until(lock, m_busy.empty() ? end : wire::Clock::now() + policy().idle);
+            m_timer.wait_until(lock, m_busy.empty() ? end : wire::Clock::now() + policy().idle);
         } else {
             m_idle.clear();
             auto engine = m_engine.takeLink();

@@ -46,8 +46,8 @@ public:
     /// Has processes that wait close what they have open of the item.
     void letGo(const std::string& item);
 
-    /// How many jobs may be planned ahead of being asked for, of which as many are under way as there
-    /// are processes; 0 with a single process.
+    /// How many jobs may be planned ahead of being asked for, of which as many are under way as
+    /// there are processes; 0 with a single process.
     std::size_t mostAhead() const;
 
     /// Ends what is under way, and refuses what comes until beginImport().
@@ -83,6 +83,7 @@ private:
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed; ///< a process is free, a job is done, or there is a job
+    std::condition_variable m_timer;   ///< a program has been started, or all is to end
     EngineProgram m_engine;
     EngineProgram m_tables; ///< starts faster, and only describes DVDs
     std::vector<ProcessPtr> m_idle;
@@ -90,7 +91,7 @@ private:
     std::map<std::uint32_t, std::shared_ptr<SupervisorLink>> m_busy;
     std::uint32_t m_lastNumber = 0;
     std::deque<JobPtr> m_queue;     ///< ahead
-    int m_askers = 0;           ///< threads that wait for a process, not for its answer
+    int m_askers = 0;               ///< threads that wait for a process, not for its answer
     std::set<std::string> m_costly; ///< items that have cost a process in this import
     std::uint32_t m_protections = 0;
     bool m_isStopped = false;
