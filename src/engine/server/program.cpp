@@ -7,6 +7,7 @@
 #include "server/supervisor.h"
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -39,10 +40,19 @@ void closeOthers()
     syscall(SYS_close_range, wire::supervisorSocket + 1, ~0U, 0);
 }
 
+/// Each file needs about what the last one did. Memory that went back to the system in between would
+/// have to be cleared again, page by page.
+void keepMemory()
+{
+    mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
+    mallopt(M_TRIM_THRESHOLD, 64 * 1024 * 1024);
+}
+
 /// Never through exit(): what was set up before the fork is the supervisor's to end.
 [[noreturn]] void serve(wire::Descriptor socket, Engine& engine)
 {
     wire::Channel channel(std::move(socket), wire::Channel::Descriptors::taken);
+    keepMemory();
     const std::uint32_t protections = enterSandbox();
     int status = Done;
     try {
