@@ -9,7 +9,7 @@
 //   timeline/         builds and writes timelines
 //   EngineClient      asks the engine for all of them, and reads ahead
 //   process/          EnginePool: the processes and their jobs; EngineProcess: one of them;
-//                     SupervisorLink: the program that starts them
+//                     EngineProgram, SupervisorLink: the programs that fork them
 //   records/          the boundary's records out of messages
 //   files/            ItemFiles: what a process may open, the one rule
 //   Policy            how many processes, and how long they may take
