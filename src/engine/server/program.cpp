@@ -40,8 +40,8 @@ void closeOthers()
     syscall(SYS_close_range, wire::supervisorSocket + 1, ~0U, 0);
 }
 
-/// Each file needs about what the last one did. Memory that went back to the system in between would
-/// have to be cleared again, page by page.
+/// Each file needs about what the last one did. Memory that went back to the system in between
+/// would have to be cleared again, page by page.
 void keepMemory()
 {
     mallopt(M_MMAP_THRESHOLD, 32 * 1024 * 1024);
