@@ -12,52 +12,25 @@ ImageConverter* ImageConverter::create(unsigned pixelFormat, unsigned width, uns
     if (pixelFormat != AVBased::PixelFormatArgb32 || !isPictureSize(width, height))
         return nullptr;
     EngineClient::instance().setPictureSize(width, height);
-    return new ImageConverter(width, height);
+    return new ImageConverter(static_cast<int>(width), static_cast<int>(height));
 }
 
-ImageConverter::ImageConverter(std::uint32_t width, std::uint32_t height)
-    : m_width(width)
-    , m_height(height)
+ImageConverter::ImageConverter(int width, int height)
+    : m_picture(width, height)
 {}
 
 AVBased::IAVPicture* ImageConverter::convert(AVBased::IAVFrame* frame)
 {
     if (!frame)
         return nullptr;
-    m_pixels = frame->source->picture(m_width, m_height);
-    return m_pixels.empty() ? nullptr : this;
+    m_picture.pixels() = frame->source->picture(static_cast<std::uint32_t>(m_picture.width()),
+                                                static_cast<std::uint32_t>(m_picture.height()));
+    return m_picture.pixels().empty() ? nullptr : &m_picture;
 }
 
 void ImageConverter::release()
 {
     delete this;
-}
-
-std::int32_t ImageConverter::pixelFormat()
-{
-    return AVBased::PixelFormatArgb32;
-}
-
-void ImageConverter::dimensions(std::int32_t* width, std::int32_t* height)
-{
-    *width = static_cast<std::int32_t>(m_width);
-    *height = static_cast<std::int32_t>(m_height);
-}
-
-bool ImageConverter::isTopDown()
-{
-    return true;
-}
-
-void* ImageConverter::plane(std::int32_t index, std::int32_t* stride, std::int32_t* rows,
-                            std::int32_t* bytes)
-{
-    if (index != 0)
-        return nullptr;
-    *stride = static_cast<std::int32_t>(m_width * 4);
-    *rows = static_cast<std::int32_t>(m_height);
-    *bytes = *stride * *rows;
-    return m_pixels.data();
 }
 
 } // namespace engine

@@ -132,8 +132,7 @@ ImageConverter* ImageConverter::create(unsigned pixelFormat, unsigned width, uns
 }
 
 ImageConverter::ImageConverter(int width, int height)
-    : m_width(width)
-    , m_height(height)
+    : m_picture(width, height)
 {}
 
 void ImageConverter::release()
@@ -146,11 +145,11 @@ AVBased::IAVPicture* ImageConverter::convert(AVBased::IAVFrame* frame)
     if (!frame || !frame->picture || frame->picture->width <= 0 || frame->picture->height <= 0)
         return nullptr;
     const Size size = fittedSize(*frame->picture, frame->pixelAspect, frame->orientation.transpose,
-                                 {m_width, m_height});
+                                 {m_picture.width(), m_picture.height()});
     if (!scale(*frame->picture, size.width, size.height))
         return nullptr;
     place(size.width, size.height, frame->orientation);
-    return this;
+    return &m_picture;
 }
 
 /// Makes m_scaled of the frame, `width` x `height` pixels of 0xFFRRGGBB.
@@ -209,14 +208,16 @@ bool ImageConverter::fillPlanes(const AVFrame& shown, int matrix, bool isFullRan
 /// Turns m_scaled upright into the middle of the picture, on black.
 void ImageConverter::place(int width, int height, const Orientation& orientation)
 {
-    m_pixels.assign(static_cast<std::size_t>(m_width) * m_height, 0xFF000000U);
+    const int fullWidth = m_picture.width();
+    std::vector<std::uint32_t>& pixels = m_picture.pixels();
+    pixels.assign(static_cast<std::size_t>(fullWidth) * m_picture.height(), 0xFF000000U);
     const int outWidth = orientation.transpose ? height : width;
     const int outHeight = orientation.transpose ? width : height;
-    const int left = (m_width - outWidth) / 2;
-    const int top = (m_height - outHeight) / 2;
+    const int left = (fullWidth - outWidth) / 2;
+    const int top = (m_picture.height() - outHeight) / 2;
     for (int y = 0; y < outHeight; ++y) {
         std::uint32_t* row =
-            m_pixels.data() + static_cast<std::ptrdiff_t>(m_width) * (top + y) + left;
+            pixels.data() + static_cast<std::ptrdiff_t>(fullWidth) * (top + y) + left;
         const int turnedY = orientation.reverseY ? outHeight - 1 - y : y;
         const std::uint32_t* from =
             m_scaled.data() +
@@ -230,33 +231,6 @@ void ImageConverter::place(int width, int height, const Orientation& orientation
         if (orientation.reverseX)
             std::reverse(row, row + outWidth);
     }
-}
-
-std::int32_t ImageConverter::pixelFormat()
-{
-    return AVBased::PixelFormatArgb32;
-}
-
-void ImageConverter::dimensions(std::int32_t* width, std::int32_t* height)
-{
-    *width = m_width;
-    *height = m_height;
-}
-
-bool ImageConverter::isTopDown()
-{
-    return true;
-}
-
-void* ImageConverter::plane(std::int32_t index, std::int32_t* stride, std::int32_t* rows,
-                            std::int32_t* bytes)
-{
-    if (index != 0)
-        return nullptr;
-    *stride = m_width * 4;
-    *rows = m_height;
-    *bytes = m_width * m_height * 4;
-    return m_pixels.data();
 }
 
 } // namespace engine
