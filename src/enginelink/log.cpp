@@ -8,6 +8,7 @@
 #include <atomic>
 #include <cstdio>
 #include <mutex>
+#include <type_traits>
 
 namespace engine {
 
@@ -39,17 +40,18 @@ private:
     void* m_context = nullptr;
 };
 
-/// Never destroyed: libraries may still speak while the process ends.
+static_assert(std::is_trivially_destructible_v<Target>, "libraries speak while the process ends");
+
 Target& messages()
 {
-    static Target* const instance = new Target;
-    return *instance;
+    static Target target;
+    return target;
 }
 
 Target& failures()
 {
-    static Target* const instance = new Target;
-    return *instance;
+    static Target target;
+    return target;
 }
 
 std::string asLine(const std::string& message)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "engineclient.h"
 
+#include "ofprocess.h"
 #include "policy.h"
 #include "process/enginepool.h"
 
@@ -17,16 +18,21 @@ constexpr std::size_t mostPictureBytes = std::size_t{32} * 1024 * 1024;
 
 EngineClient& EngineClient::instance()
 {
-    static EngineClient client;
-    return client;
+    static OfProcess<EngineClient> client;
+    return client.get();
 }
 
 void EngineClient::beginImport()
 {
-    const Lock lock(m_mutex);
     EnginePool::instance().beginImport();
-    m_folders.clear();
-    m_pictures.clear();
+    end();
+}
+
+void EngineClient::end()
+{
+    const Lock lock(m_mutex);
+    m_folders = FolderOrder();
+    m_pictures = PictureOrder();
     m_descriptions.clear();
     m_frames.clear();
     m_distance = SIZE_MAX;

@@ -15,6 +15,9 @@
 
 namespace engine {
 
+template <typename T>
+class OfProcess;
+
 /// What the boundary's objects ask of the engine. What they will probably ask for next is asked for
 /// ahead, when there are processes to do it: then it is there when they come.
 ///
@@ -27,6 +30,9 @@ public:
     static EngineClient& instance();
 
     void beginImport();
+
+    /// Forgets all that is planned.
+    void end();
 
     /// Null when the item cannot be opened.
     ItemRecordPtr describe(const Item& item);
@@ -50,6 +56,8 @@ private:
     using Lock = std::unique_lock<std::mutex>;
     using DescribeJobPtr = std::shared_ptr<DescribeJob>;
     using FramesJobPtr = std::shared_ptr<FramesJob>;
+
+    friend class OfProcess<EngineClient>;
 
     EngineClient() = default;
 

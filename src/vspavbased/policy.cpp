@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "policy.h"
 
+#include "ofprocess.h"
+
 #include <dlfcn.h>
 #include <sched.h>
 
@@ -33,19 +35,21 @@ std::string folderOfPrograms()
 
 } // namespace
 
-Policy Policy::ofMachine()
+Policy::Policy()
+    : program(folderOfPrograms() + "vspimport-engine")
+    , tablesProgram(folderOfPrograms() + "vspimport-tables")
+    , processes(cores())
+{}
+
+void Policy::end()
 {
-    Policy policy;
-    policy.program = folderOfPrograms() + "vspimport-engine";
-    policy.tablesProgram = folderOfPrograms() + "vspimport-tables";
-    policy.processes = cores();
-    return policy;
+    program = tablesProgram = std::string();
 }
 
 Policy& policy()
 {
-    static Policy instance = Policy::ofMachine();
-    return instance;
+    static OfProcess<Policy> instance;
+    return instance.get();
 }
 
 } // namespace engine

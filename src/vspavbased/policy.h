@@ -16,7 +16,7 @@ struct Policy
 {
     std::string program;                       ///< the engine's program
     std::string tablesProgram;                 ///< another that starts faster, and describes DVDs
-    unsigned processes = 1;                    ///< at work at once
+    unsigned processes;                        ///< at work at once
     std::chrono::milliseconds describe{45000}; ///< a media file, a DVD, a timeline
     std::chrono::milliseconds readDisc{150000};
     std::chrono::milliseconds takePicture{25000};
@@ -25,7 +25,9 @@ struct Policy
     bool readsAhead = true;                ///< where there are two processes or more
 
     /// What suits this machine.
-    static Policy ofMachine();
+    Policy();
+
+    void end(); ///< with the process
 };
 
 /// In force for the whole process. To be changed before the engine is first used, by tests.

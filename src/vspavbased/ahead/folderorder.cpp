@@ -112,7 +112,7 @@ FolderOrder::Folder& FolderOrder::folderOf(const std::string& path)
     const auto known = std::find_if(m_folders.begin(), m_folders.end(),
                                     [&path](const Folder& folder) { return folder.path == path; });
     if (known != m_folders.end()) {
-        std::rotate(m_folders.begin(), known, known + 1);
+        m_folders.splice(m_folders.begin(), m_folders, known);
         return m_folders.front();
     }
     if (m_folders.size() == mostFolders)
@@ -127,12 +127,6 @@ FolderOrder::Folder& FolderOrder::folderOf(const std::string& path)
             sequence->places.emplace(sequence->names[i], i);
     }
     return folder;
-}
-
-void FolderOrder::clear()
-{
-    m_folders.clear();
-    m_suffixes.clear();
 }
 
 } // namespace engine

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <list>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -22,8 +22,6 @@ public:
 
     /// Whether `path` may still follow in its folder.
     bool isAhead(const std::string& path) const;
-
-    void clear();
 
 private:
     /// The names of a folder in one order, and how well what is asked for keeps to it.
@@ -48,7 +46,7 @@ private:
     void advance(Sequence& sequence, const std::string& name) const;
     bool isOfKind(const std::string& name) const;
 
-    std::deque<Folder> m_folders;     ///< those used last, the last one in front
+    std::list<Folder> m_folders;      ///< those used last, the last one in front
     std::set<std::string> m_suffixes; ///< of the files asked for, in upper case
 };
 

@@ -52,14 +52,6 @@ void PictureOrder::remove(const ItemRecord& item)
     m_places.erase(place);
 }
 
-void PictureOrder::clear()
-{
-    m_entries.clear();
-    m_places.clear();
-    m_asked = {};
-    m_given = {};
-}
-
 PictureOrder::Entry* PictureOrder::entryOf(const ItemRecord& item)
 {
     const auto place = m_places.find(&item);

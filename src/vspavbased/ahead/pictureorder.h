@@ -4,7 +4,6 @@
 #include "ahead/pictureplan.h"
 
 #include <cstddef>
-#include <deque>
 #include <memory>
 #include <optional>
 #include <unordered_map>
@@ -27,7 +26,6 @@ public:
     void add(const ItemRecordPtr& item);
     void add(const DiscRecordPtr& disc);
     void remove(const ItemRecord& item);
-    void clear();
 
     /// Goes to the place of that picture. False when it is not planned, or the item is not known.
     bool goTo(const ItemRecord& item, std::int32_t movie, std::int32_t stream, std::int32_t seekMs);
@@ -64,7 +62,7 @@ private:
     const std::vector<PlannedPicture>& planOf(Entry& entry);
     bool adoptTimeline(const ItemRecordPtr& item);
 
-    std::deque<Entry> m_entries;
+    std::vector<Entry> m_entries;
     std::unordered_map<const ItemRecord*, std::size_t> m_places; ///< in m_entries
     Place m_asked;                                               ///< of the picture asked for last
     Place m_given;                                               ///< behind the one given last

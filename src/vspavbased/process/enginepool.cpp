@@ -3,6 +3,7 @@
 
 #include "enginelink/log.h"
 #include "enginelink/supervision.h"
+#include "ofprocess.h"
 #include "policy.h"
 #include "process/protections.h"
 
@@ -23,41 +24,13 @@ constexpr std::size_t plannedForEach = 8;
 /// For a process to begin, on a machine that has a lot to do.
 constexpr std::chrono::milliseconds timeToBegin{10000};
 
-/// The pool of this process. A host may fork: the child has none of the threads and must leave the
-/// processes alone, so what it inherits stays untouched.
-class PoolOfProcess
-{
-public:
-    ~PoolOfProcess()
-    {
-        if (m_owner == getpid())
-            delete m_pool;
-    }
-
-    template <typename Make>
-    EnginePool& get(Make make)
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        if (!m_pool || m_owner != getpid()) {
-            m_pool = make();
-            m_owner = getpid();
-        }
-        return *m_pool;
-    }
-
-private:
-    std::mutex m_mutex;
-    EnginePool* m_pool = nullptr;
-    pid_t m_owner = -1;
-};
-
 } // namespace
 
 EnginePool& EnginePool::instance()
 {
-    policy(); // is to live longer
-    static PoolOfProcess pool;
-    return pool.get([] { return new EnginePool; });
+    policy(); // before the pool, which it is to outlive
+    static OfProcess<EnginePool> pool;
+    return pool.get();
 }
 
 EnginePool::EnginePool()
@@ -66,18 +39,27 @@ EnginePool::EnginePool()
     , m_lastUse(wire::Clock::now())
 {}
 
-EnginePool::~EnginePool()
+void EnginePool::end()
 {
+    std::vector<std::thread> threads;
     {
         const Lock lock(m_mutex);
         m_isEnding = true;
         m_queue.clear();
         killBusy();
+        threads.swap(m_threads);
     }
     m_changed.notify_all();
     m_timer.notify_all();
-    for (std::thread& thread : m_threads)
+    for (std::thread& thread : threads)
         thread.join();
+    const Lock lock(m_mutex);
+    m_idle = std::vector<ProcessPtr>();
+    m_costly.clear();
+    m_engine.takeLink();
+    m_tables.takeLink();
+    m_hasEnded = true;
+    m_changed.notify_all();
 }
 
 bool EnginePool::start()
@@ -88,8 +70,8 @@ bool EnginePool::start()
 
 bool EnginePool::start(EngineProgram& program)
 {
-    if (program.link())
-        return true;
+    if (program.link() || m_isEnding)
+        return !m_isEnding;
     m_lastUse = wire::Clock::now();
     m_hasTimer = m_hasTimer || startThread(&EnginePool::endWhenIdle);
     m_timer.notify_all();
@@ -118,6 +100,9 @@ bool EnginePool::run(const JobPtr& job)
 {
     Lock lock(m_mutex);
     for (;;) {
+        // In a process that ends, what the caller would do next with other libraries comes too
+        // late.
+        m_changed.wait(lock, [this] { return m_isEnding == m_hasEnded; });
         if (job->m_state == Job::State::answered)
             return true;
         const bool isRefused = m_isStopped || m_isEnding || m_costly.count(job->item().path) > 0;
@@ -241,8 +226,7 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
 {
     if (m_costly.count(job->item().path) > 0) {
         job->m_state = Job::State::failed;
-        m_busy.erase(process->number());
-        m_idle.push_back(std::move(process));
+        putBack(std::move(process));
         m_changed.notify_all();
         return;
     }
@@ -259,13 +243,19 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
     m_lastUse = wire::Clock::now();
     noteAnswer(*process);
     if (isAnswered) {
-        m_busy.erase(process->number());
-        m_idle.push_back(std::move(process));
+        putBack(std::move(process));
     } else {
         endProcess(lock, *job, std::move(process), failure);
     }
     job->m_state = isAnswered ? Job::State::answered : Job::State::failed;
     m_changed.notify_all();
+}
+
+void EnginePool::putBack(ProcessPtr process)
+{
+    m_busy.erase(process->number());
+    if (!m_isEnding)
+        m_idle.push_back(std::move(process));
 }
 
 /// Ends what has ended by itself, or has to.

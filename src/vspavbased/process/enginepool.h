@@ -6,7 +6,7 @@
 
 #include <condition_variable>
 #include <cstdint>
-#include <deque>
+#include <list>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -16,6 +16,9 @@
 #include <vector>
 
 namespace engine {
+
+template <typename T>
+class OfProcess;
 
 /// The engine's processes, and the jobs that they do, one at a time each.
 ///
@@ -27,8 +30,6 @@ class EnginePool
 {
 public:
     static EnginePool& instance();
-
-    ~EnginePool();
 
     /// Starts the engine's program, which the first job would do as well. False, with the reason in
     /// the log, when it cannot be started.
@@ -60,12 +61,17 @@ public:
     /// yet; 0 when it cannot be started.
     std::uint32_t protections();
 
+    /// Ends all processes and threads, for good. Who waits for an answer gets none.
+    void end();
+
     EnginePool(const EnginePool&) = delete;
     EnginePool& operator=(const EnginePool&) = delete;
 
 private:
     using Lock = std::unique_lock<std::mutex>;
     using ProcessPtr = std::unique_ptr<EngineProcess>;
+
+    friend class OfProcess<EnginePool>;
 
     EnginePool();
 
@@ -80,6 +86,7 @@ private:
     void endWhenIdle();
     void noteAnswer(const EngineProcess& process);
     void killBusy();
+    void putBack(ProcessPtr process);
 
     mutable std::mutex m_mutex;
     std::condition_variable m_changed; ///< a process is free, a job is done, or there is a job
@@ -90,12 +97,13 @@ private:
     /// Processes at work, by their numbers.
     std::map<std::uint32_t, std::shared_ptr<SupervisorLink>> m_busy;
     std::uint32_t m_lastNumber = 0;
-    std::deque<JobPtr> m_queue;     ///< ahead
+    std::list<JobPtr> m_queue;      ///< ahead
     int m_askers = 0;               ///< threads that wait for a process, not for its answer
     std::set<std::string> m_costly; ///< items that have cost a process in this import
     std::uint32_t m_protections = 0;
     bool m_isStopped = false;
     bool m_isEnding = false;
+    bool m_hasEnded = false;
     wire::Clock::time_point m_lastUse;
     std::vector<std::thread> m_threads;
     unsigned m_workers = 0;  ///< among them

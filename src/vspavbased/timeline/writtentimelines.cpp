@@ -4,6 +4,7 @@
 #include "enginelink/descriptor.h"
 #include "enginelink/log.h"
 #include "enginelink/timeline/timelinetext.h"
+#include "ofprocess.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -61,8 +62,14 @@ bool writeFile(const std::string& path, const std::string& text)
 
 WrittenTimelines& WrittenTimelines::ofThisProcess()
 {
-    static WrittenTimelines timelines;
-    return timelines;
+    static OfProcess<WrittenTimelines> timelines;
+    return timelines.get();
+}
+
+void WrittenTimelines::end()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_files.clear();
 }
 
 void WrittenTimelines::write(const std::string& path, const Timeline& timeline)

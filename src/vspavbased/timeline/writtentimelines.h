@@ -13,6 +13,9 @@
 
 namespace engine {
 
+template <typename T>
+class OfProcess;
+
 /// The timeline files that this process has written and not yet removed: the only ones that may be
 /// opened, since a timeline can name any file. Hosts put them in the temporary folder, have each
 /// opened once and never remove it; so the engine does. A file that somebody else wrote, or has put
@@ -31,7 +34,12 @@ public:
     /// Removes the file at `path` if it is one of them, and forgets it.
     void remove(const std::string& path);
 
+    /// Forgets all of them.
+    void end();
+
 private:
+    friend class OfProcess<WrittenTimelines>;
+
     /// What tells a file from another that has taken its name: device, number, size and time of the
     /// last change.
     using Identity = std::tuple<dev_t, ino_t, off_t, time_t, long>;
