@@ -14,8 +14,6 @@ namespace wire {
 
 namespace {
 
-/// Of the richest disc, many times over.
-constexpr std::uint32_t largestMessage = std::uint32_t{256} * 1024 * 1024;
 constexpr unsigned deepestTable = 16;
 constexpr unsigned mostTables = 8 * 1000 * 1000;
 
@@ -87,13 +85,13 @@ Channel::Result Channel::sendBytes(const std::uint8_t* bytes, std::size_t size,
     return Result::done;
 }
 
-Channel::Result Channel::receive(Letter& letter, Clock::time_point deadline)
+Channel::Result Channel::receive(Letter& letter, Clock::time_point deadline, std::size_t largest)
 {
     std::uint32_t size = 0;
     const Result announced = receiveSize(size, letter, deadline);
     if (announced != Result::done)
         return announced;
-    if (size > largestMessage)
+    if (size > largest)
         return Result::nonsense;
     std::vector<std::uint8_t>& bytes = letter.m_bytes;
     bytes.clear();
@@ -104,6 +102,8 @@ Channel::Result Channel::receive(Letter& letter, Clock::time_point deadline)
             recv(m_socket.get(), bytes.data() + done, bytes.size() - done, MSG_DONTWAIT);
         if (count > 0) {
             done += static_cast<std::size_t>(count);
+            if (deadline != noDeadline && Clock::now() >= deadline)
+                return Result::tooLate;
             continue;
         }
         if (count == 0 || !isToBeTriedAgain(errno))
@@ -153,11 +153,12 @@ Channel::Result Channel::wait(short events, Clock::time_point deadline) const
 {
     pollfd file = {m_socket.get(), events, 0};
     for (;;) {
+        // Also when there is always something to do.
+        if (deadline != noDeadline && Clock::now() >= deadline)
+            return Result::tooLate;
         const int count = poll(&file, 1, millisecondsTo(deadline));
         if (count > 0)
             return Result::done;
-        if (count == 0 && Clock::now() >= deadline)
-            return Result::tooLate;
         if (count < 0 && errno != EINTR)
             return Result::ended;
     }

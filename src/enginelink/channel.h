@@ -12,6 +12,9 @@ namespace wire {
 
 using Clock = std::chrono::steady_clock;
 
+/// Of the richest disc, many times over.
+constexpr std::size_t largestMessage = std::size_t{128} * 1024 * 1024;
+
 /// Never reached.
 constexpr Clock::time_point noDeadline = Clock::time_point::max();
 
@@ -69,11 +72,17 @@ public:
     Result send(flatbuffers::FlatBufferBuilder& builder, flatbuffers::Offset<Table> body,
                 Clock::time_point deadline, int descriptor = -1)
     {
-        builder.Finish(CreateMessage(builder, BodyTraits<Table>::enum_value, body.Union()));
+        builder.Finish(
+            CreateMessage(builder, BodyTraits<Table>::enum_value, body.Union(), m_request));
         return sendBytes(builder.GetBufferPointer(), builder.GetSize(), deadline, descriptor);
     }
 
-    Result receive(Letter& letter, Clock::time_point deadline);
+    /// A message of at most `largest` bytes.
+    Result receive(Letter& letter, Clock::time_point deadline,
+                   std::size_t largest = largestMessage);
+
+    /// Messages that are sent belong to the request of this number from now on.
+    void setRequest(std::uint32_t number) { m_request = number; }
 
 private:
     Result sendBytes(const std::uint8_t* bytes, std::size_t size, Clock::time_point deadline,
@@ -83,6 +92,7 @@ private:
 
     Descriptor m_socket;
     Descriptors m_descriptors;
+    std::uint32_t m_request = 0;
 };
 
 /// Whether `size` bytes are a message. Aligned as new[] aligns.

@@ -189,7 +189,7 @@ int vspimportRun(const Options& options)
     const Interrupt interrupt;
     QObject::connect(&interrupt, SIGNAL(interrupted()), &session, SLOT(stop()));
     const bool started = session.run(paths.sources, paths.undecodable);
-    if (isEngineMissing())
+    if (session.tasks().empty() && isEngineMissing())
         return CannotRun;
     sayLog(log.records());
     if (options.forImport || options.forConvert) {

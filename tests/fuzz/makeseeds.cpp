@@ -45,7 +45,7 @@ public:
     void write(flatbuffers::FlatBufferBuilder& builder, flatbuffers::Offset<Table> body)
     {
         builder.Finish(
-            wire::CreateMessage(builder, wire::BodyTraits<Table>::enum_value, body.Union()));
+            wire::CreateMessage(builder, wire::BodyTraits<Table>::enum_value, body.Union(), 1));
         const std::uint32_t size = builder.GetSize();
         m_file.write(reinterpret_cast<const char*>(&size), sizeof(size));
         m_file.write(reinterpret_cast<const char*>(builder.GetBufferPointer()), size);

@@ -49,6 +49,7 @@ public:
 private:
     void answer()
     {
+        m_channel.setRequest(m_request.message().request());
         if (const auto* order = m_request.as<wire::UseCanvas>()) {
             m_canvasSize = order->bytes();
             const wire::Descriptor memory = m_request.takeDescriptor();
@@ -98,7 +99,7 @@ private:
         if (says("endless"))
             announce(UINT32_MAX);
         if (says("short"))
-            announce(100000);
+            announce(50000);
         if (says("closed")) {
             close(m_socket);
             std::this_thread::sleep_for(std::chrono::hours(1));
@@ -145,7 +146,7 @@ private:
 
     void flood()
     {
-        for (int i = 0; i < 100000; ++i) {
+        for (;;) {
             FlatBufferBuilder builder;
             const auto line = wire::CreateLogLine(builder, builder.CreateString("again"));
             m_channel.send(builder, line, noDeadline);

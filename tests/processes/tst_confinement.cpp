@@ -16,8 +16,8 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/uio.h>
 #include <sys/syscall.h>
+#include <sys/uio.h>
 #include <sys/wait.h>
 
 #include <cerrno>
@@ -90,6 +90,15 @@ private Q_SLOTS:
         row("look at a file", [file] {
             struct stat status;
             return stat(file.constData(), &status) == 0;
+        });
+        row("have others signalled", [] {
+            return fcntl(0, F_SETOWN, getppid()) == 0 || fcntl(0, F_SETSIG, SIGKILL) == 0 ||
+                   fcntl(0, F_SETFL, O_ASYNC) == 0;
+        });
+        row("lock a file", [] {
+            struct flock whole = {};
+            whole.l_type = F_RDLCK;
+            return fcntl(0, F_SETLK, &whole) == 0;
         });
         row("talk to the network", [] { return socket(AF_INET, SOCK_STREAM, 0) >= 0; });
         row("talk to other programs", [] { return socket(AF_UNIX, SOCK_STREAM, 0) >= 0; });
@@ -215,15 +224,19 @@ private Q_SLOTS:
                                  "a/BDMV/CLIPINF/1.clpi", "a/BDMV/CLIPINF/2.clpi", "image.iso"})
             writeFile(m_folder.filePath(name), name);
         writeFile(m_folder.filePath("t.seix"), "timeline");
+        for (const char* link : {"a/BDMV/STREAM/3.m2ts", "a/BDMV/CLIPINF/3.clpi"})
+            QVERIFY(QFile::link(m_folder.filePath("image.iso"), m_folder.filePath(link)));
         engine::Timeline timeline;
-        timeline.items.resize(2);
+        timeline.items.resize(3);
+        timeline.items[2].path = path("a/BDMV/STREAM/3.m2ts").toStdString();
         timeline.items[0].path = path("a/BDMV/STREAM/1.m2ts").toStdString();
         timeline.items[1].path = path("image.iso/BDMV/STREAM/1.m2ts").toStdString();
         const auto files = ItemFiles::ofTimeline(path("t.seix").toStdString(), timeline);
         for (const char* name :
              {"t.seix", "a/BDMV/STREAM/1.m2ts", "a/BDMV/CLIPINF/1.clpi", "image.iso"})
             QVERIFY2(files.open(path(name).toStdString()), name);
-        for (const char* name : {"a/BDMV/STREAM/2.m2ts", "a/BDMV/CLIPINF/2.clpi", "film.mp4"})
+        for (const char* name : {"a/BDMV/STREAM/2.m2ts", "a/BDMV/CLIPINF/2.clpi", "film.mp4",
+                                 "a/BDMV/STREAM/3.m2ts", "a/BDMV/CLIPINF/3.clpi"})
             QVERIFY2(!files.open(path(name).toStdString()), name);
         QCOMPARE(files.kindOf(path("a").toStdString()), ItemFiles::Kind::folder);
         QCOMPARE(files.kindOf(path("image.iso/BDMV").toStdString()), ItemFiles::Kind::none);

@@ -147,6 +147,7 @@ private Q_SLOTS:
         row("endless", "makes no sense");
         row("short", "gave no answer within");
         row("deaf", "gave no answer within");
+        row("flood", "gave no answer within");
         row("order", "makes no sense");
         row("random", "");
         row("lie-", "makes no sense");
@@ -168,6 +169,19 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(import.picture(2)));
         for (const QString& path : {bad, picture})
             QVERIFY2(m_log.filter(path).filter(reason).size() == 1, qPrintable(m_log.join('\n')));
+    }
+
+    /// What is said twice is not taken for the answer to what is asked next.
+    void answersTwice()
+    {
+        engine::policy().processes = 1;
+        ModuleImport import;
+        import.run({item("twice-1.mp4"), item("kill-11-1.mp4"), item("a.mp4")});
+        engine::policy().processes = 4;
+        QCOMPARE(import.failed, QStringList(item("kill-11-1.mp4")));
+        QCOMPARE(import.tasks.size(), size_t(2));
+        for (std::size_t i : {0, 1})
+            QVERIFY(QFile::exists(import.picture(i)));
     }
 
     /// One bad item beside each good one: the good ones are imported, with pictures, and nothing of
@@ -266,15 +280,24 @@ private Q_SLOTS:
         QCOMPARE(first.reply->tasks()->count(), 2);
         QCOMPARE(second.tasks.size(), size_t(2));
 
-        // A copy of this process has none of its threads, and leaves the processes alone.
+        // A copy of this process has none of its threads, and leaves the processes alone; one that
+        // lives longer does not keep them.
         const pid_t copy = fork();
         if (copy == 0)
             std::exit(engine::EnginePool::instance().start() ? 0 : 1);
         int status = -1;
         waitpid(copy, &status, 0);
+        const pid_t idleCopy = fork();
+        if (idleCopy == 0) {
+            sleep(60);
+            _exit(0);
+        }
         ModuleImport third;
         third.run({item("e.mp4")});
         QCOMPARE(third.tasks.size(), size_t(1));
+        QTRY_COMPARE(processesBelow(), QList<int>({int(idleCopy)}));
+        kill(idleCopy, SIGKILL);
+        waitpid(idleCopy, nullptr, 0);
         sigaction(SIGCHLD, &former, nullptr);
         QTRY_COMPARE(processesBelow().size(), 0);
         // Tasks may go on another thread than the one that made them.

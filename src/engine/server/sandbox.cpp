@@ -39,7 +39,6 @@ const int allowedCalls[] = {
     // files that came as descriptors
     SCMP_SYS(pread64),
     SCMP_SYS(lseek),
-    SCMP_SYS(fcntl),
     // memory
     SCMP_SYS(brk),
     SCMP_SYS(munmap),
@@ -86,6 +85,12 @@ bool allowWithConditions(scmp_filter_ctx filter)
 {
     const auto notExecutable = SCMP_A2(SCMP_CMP_MASKED_EQ, 4 /* PROT_EXEC */, 0);
     const auto ownProcess = SCMP_A0(SCMP_CMP_EQ, static_cast<scmp_datum_t>(getpid()));
+    // Not what has the kernel send signals to others, nor what locks files.
+    for (const int command : {F_DUPFD_CLOEXEC, F_GETFD, F_SETFD, F_GETFL}) {
+        const auto isCommand = SCMP_A1(SCMP_CMP_EQ, static_cast<scmp_datum_t>(command));
+        if (seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(fcntl), 1, isCommand) != 0)
+            return false;
+    }
     return seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(mmap), 1, notExecutable) == 0 &&
            seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(mprotect), 1, notExecutable) == 0 &&
            seccomp_rule_add(filter, SCMP_ACT_ALLOW, SCMP_SYS(tgkill), 1, ownProcess) == 0;

@@ -34,6 +34,7 @@ void Server::run()
 
 void Server::answer(wire::Letter& request)
 {
+    m_channel.setRequest(request.message().request());
     if (const auto* question = request.as<wire::Describe>()) {
         m_files.setItem(question->path()->str(), request.takeDescriptor());
         describe(*question);

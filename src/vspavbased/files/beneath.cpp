@@ -2,9 +2,11 @@
 #include "files/beneath.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -59,7 +61,10 @@ wire::Descriptor openBeneath(const wire::Descriptor& folder, const std::string& 
 wire::Descriptor onlyRegular(wire::Descriptor file)
 {
     struct stat status;
-    if (!file || (fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode)))
+    struct statfs system;
+    if (!file || (fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+                  fstatfs(file.get(), &system) == 0 && system.f_type != PROC_SUPER_MAGIC &&
+                  system.f_type != SYSFS_MAGIC))
         return file;
     errno = EINVAL;
     return {};

@@ -16,7 +16,8 @@ wire::Descriptor openFolder(const std::string& path);
 /// reason in errno, otherwise.
 wire::Descriptor openBeneath(const wire::Descriptor& folder, const std::string& path, int flags);
 
-/// `file` if it is a regular file; else none, with EINVAL in errno.
+/// `file` if it is a regular file, and not one in which the kernel tells of processes; else none,
+/// with EINVAL in errno.
 wire::Descriptor onlyRegular(wire::Descriptor file);
 
 } // namespace engine

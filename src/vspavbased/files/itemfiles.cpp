@@ -131,18 +131,36 @@ void ItemFiles::allowSourceOfTimeline(const std::string& path)
         found = parentOf(found);
     if (found.empty() || kindAt(found) != Kind::file)
         return;
-    allowFile(found);
-    if (found != path)
-        return;
     // disc/BDMV/STREAM/00001.m2ts is told about by files of its number beside the stream folder.
     const std::string root = parentOf(parentOf(path));
-    m_folders.insert(parentOf(root));
+    const std::string disc = parentOf(root);
+    if (found != path || toUpper(nameOf(root)) != "BDMV" || disc.empty()) {
+        allowFile(found);
+        return;
+    }
+    Disc& known = m_discs[disc];
+    if (!known.folder)
+        known.folder = std::make_shared<const wire::Descriptor>(openFolder(disc));
+    known.files.insert(path.substr(disc.size() + 1));
     const std::string name = nameOf(path);
     const std::string number = name.substr(0, name.rfind('.'));
     for (const char* folder : {"/CLIPINF/", "/BACKUP/CLIPINF/"}) {
         for (const char* suffix : {".clpi", ".cpi", ".CPI"})
-            allowFile(root + folder + number + suffix);
+            known.files.insert(nameOf(root) + folder + number + suffix);
     }
+}
+
+/// The disc itself may be seen to be a folder.
+ItemFiles::Place ItemFiles::placeOnDisc(const std::string& path) const
+{
+    for (const auto& [root, disc] : m_discs) {
+        if (path == root)
+            return {disc.folder.get(), ".", true};
+        if (path.compare(0, root.size(), root) == 0 && path[root.size()] == '/' &&
+            disc.files.count(path.substr(root.size() + 1)) > 0)
+            return {disc.folder.get(), path.substr(root.size() + 1), true};
+    }
+    return {};
 }
 
 ItemFiles::Place ItemFiles::placeOf(const std::string& path) const
@@ -150,7 +168,7 @@ ItemFiles::Place ItemFiles::placeOf(const std::string& path) const
     if (m_files.count(path) > 0)
         return {nullptr, path, true};
     if (!m_folder)
-        return {};
+        return placeOnDisc(path);
     if (path == m_folderPath)
         return {&m_folder, ".", true};
     if (path.compare(0, m_folderPath.size(), m_folderPath) != 0 || path[m_folderPath.size()] != '/')
@@ -164,8 +182,6 @@ ItemFiles::Place ItemFiles::placeOf(const std::string& path) const
 
 ItemFiles::Kind ItemFiles::kindOf(const std::string& path) const
 {
-    if (m_folders.count(path) > 0)
-        return Kind::folder;
     const Place place = placeOf(path);
     if (!place.isAllowed)
         return Kind::none;

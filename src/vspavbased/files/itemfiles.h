@@ -4,6 +4,8 @@
 #include "enginelink/descriptor.h"
 #include "enginelink/timeline/timeline.h"
 
+#include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -60,15 +62,22 @@ private:
     };
 
     Place placeOf(const std::string& path) const;
+    Place placeOnDisc(const std::string& path) const;
     void allowFile(const std::string& path);
     void allowSourceOfTimeline(const std::string& path);
 
     std::string m_item;
     std::string m_folderPath; ///< of m_folder, without a separator behind it
     wire::Descriptor m_folder;
-    bool m_onlyTables = false;       ///< of the folder, only what a DVD's tables need
-    std::set<std::string> m_files;   ///< that may be opened by their own paths
-    std::set<std::string> m_folders; ///< that may be seen to be folders
+    bool m_onlyTables = false;     ///< of the folder, only what a DVD's tables need
+    std::set<std::string> m_files; ///< that may be opened by their own paths
+    /// Discs of which a timeline plays files, by their paths: what those files may be.
+    struct Disc
+    {
+        std::shared_ptr<const wire::Descriptor> folder;
+        std::set<std::string> files; ///< by their paths in it
+    };
+    std::map<std::string, Disc> m_discs;
 };
 
 } // namespace engine

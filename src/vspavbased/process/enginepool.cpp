@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 namespace engine {
 
@@ -84,8 +85,7 @@ bool EnginePool::startThread(void (EnginePool::*work)())
     try {
         m_threads.emplace_back(work, this);
         return true;
-    } catch (const std::exception& error) {
-        log(std::string("a thread cannot be started: ") + error.what());
+    } catch (const std::exception&) {
         return false;
     }
 }
@@ -103,28 +103,45 @@ bool EnginePool::run(const JobPtr& job)
         // In a process that ends, what the caller would do next with other libraries comes too
         // late.
         m_changed.wait(lock, [this] { return m_isEnding == m_hasEnded; });
-        if (job->m_state == Job::State::answered)
-            return true;
         const bool isRefused = m_isStopped || m_isEnding || m_costly.count(job->item().path) > 0;
-        if (job->m_state == Job::State::failed ||
-            (isRefused && job->m_state != Job::State::running))
-            return false;
-        if (job->m_state != Job::State::running) {
-            if (ProcessPtr process = takeProcess(*job)) {
-                m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), job), m_queue.end());
-                execute(lock, job, std::move(process));
-                continue;
-            }
-            if (!m_engine.link()) {
-                logFailure(job->item().path + ": " + m_engine.failure());
-                return false;
-            }
+        switch (job->m_state) {
+        case Job::State::answered:
+            return true;
+        case Job::State::failed:
+            return fail(lock, *job);
+        case Job::State::running:
+            m_changed.wait(lock);
+            continue;
+        default:
+            break;
         }
-        const bool awaitsProcess = job->m_state != Job::State::running;
-        m_askers += awaitsProcess;
-        m_changed.wait(lock);
-        m_askers -= awaitsProcess;
+        if (isRefused)
+            return fail(lock, *job);
+        if (ProcessPtr process = takeProcess(*job)) {
+            m_queue.remove(job);
+            execute(lock, job, std::move(process));
+        } else if (m_busy.size() < policy().processes) {
+            job->m_failure = m_engine.failure();
+            return fail(lock, *job);
+        } else {
+            ++m_askers;
+            m_changed.wait(lock);
+            --m_askers;
+        }
     }
+}
+
+/// Says why there is no answer, once, unless it is because of a stop. False.
+bool EnginePool::fail(Lock& lock, Job& job)
+{
+    const auto costly = m_costly.find(job.item().path);
+    std::string& failure = costly == m_costly.end() ? job.m_failure : costly->second;
+    const std::string message = std::exchange(failure, std::string());
+    m_changed.notify_all(); // who works ahead may have waited for this one
+    lock.unlock();
+    if (!message.empty())
+        logFailure(job.item().path + ": " + message);
+    return false;
 }
 
 void EnginePool::runAhead(const JobPtr& job)
@@ -142,7 +159,7 @@ void EnginePool::runAhead(const JobPtr& job)
 void EnginePool::drop(const JobPtr& job)
 {
     const Lock lock(m_mutex);
-    m_queue.erase(std::remove(m_queue.begin(), m_queue.end(), job), m_queue.end());
+    m_queue.remove(job);
     if (job->m_state == Job::State::queued)
         job->m_state = Job::State::failed;
 }
@@ -206,7 +223,7 @@ EnginePool::ProcessPtr EnginePool::takeIdle(const Job& job)
             return nullptr;
         ProcessPtr process = std::move(*chosen);
         m_idle.erase(std::next(chosen).base());
-        if (!process->hasEnded())
+        if (process->isQuiet())
             return process;
         process->supervisor()->endEngine(process->number(), noTime);
     }
@@ -230,24 +247,35 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
         m_changed.notify_all();
         return;
     }
+    using Outcome = EngineProcess::Outcome;
     job->m_state = Job::State::running;
+    const unsigned import = m_import;
     lock.unlock();
+    EngineProgram& program = process->program();
     std::string failure;
-    bool isAnswered = false;
+    std::string ownFailure;
+    Outcome outcome = Outcome::unasked;
     try {
-        isAnswered = process->run(*job, failure);
-    } catch (const std::exception& error) {
-        failure = std::string("could not be asked: ") + error.what();
+        outcome = process->run(*job, failure);
+    } catch (const std::exception& error) { // of this process: no fault of the item
+        ownFailure = error.what();
     }
     lock.lock();
     m_lastUse = wire::Clock::now();
-    noteAnswer(*process);
-    if (isAnswered) {
+    noteAnswer(lock, *process);
+    if (outcome == Outcome::answered) {
+        job->m_state = Job::State::answered;
         putBack(std::move(process));
     } else {
-        endProcess(lock, *job, std::move(process), failure);
+        const std::string reason = endProcess(lock, std::move(process), failure);
+        const bool isRetried = outcome == Outcome::unasked && ownFailure.empty();
+        const bool isOfThisImport = import == m_import && !m_isStopped && !m_isEnding;
+        job->m_failure = program.failure().empty() ? ownFailure : program.failure();
+        // What was never begun is no item's fault.
+        if (outcome == Outcome::failed && isOfThisImport && job->m_failure.empty())
+            m_costly.emplace(job->item().path, "the engine process " + reason);
+        job->m_state = isRetried ? Job::State::fresh : Job::State::failed;
     }
-    job->m_state = isAnswered ? Job::State::answered : Job::State::failed;
     m_changed.notify_all();
 }
 
@@ -258,34 +286,21 @@ void EnginePool::putBack(ProcessPtr process)
         m_idle.push_back(std::move(process));
 }
 
-/// Ends what has ended by itself, or has to.
-void EnginePool::endProcess(Lock& lock, const Job& job, ProcessPtr process,
-                            const std::string& failure)
+/// Ends what has ended by itself, or has to. How it has ended, or why it had to.
+std::string EnginePool::endProcess(Lock& lock, ProcessPtr process, const std::string& failure)
 {
     const std::uint32_t number = process->number();
     EngineProgram& program = process->program();
     const std::shared_ptr<SupervisorLink> supervisor = process->supervisor();
-    const bool wasStopped = m_isStopped || m_isEnding;
-    if (!wasStopped)
-        m_costly.insert(job.item().path);
     lock.unlock();
     process.reset();
     const std::string end = supervisor->endEngine(number, failure.empty() ? timeToEnd : noTime);
     lock.lock();
     m_busy.erase(number);
     program.dropWhenUseless();
-    if (wasStopped)
-        return;
-    std::string message = program.failure();
-    if (message.empty()) {
-        const std::string ended = end.empty() ? "closed its socket" : end;
-        message = "the engine process " + (failure.empty() ? ended : failure);
-    } else {
-        m_costly.erase(job.item().path); // no fault of its own
-    }
-    lock.unlock();
-    logFailure(job.item().path + ": " + message);
-    lock.lock();
+    if (!failure.empty())
+        return failure;
+    return end.empty() ? "closed its socket" : end;
 }
 
 void EnginePool::killBusy()
@@ -298,6 +313,7 @@ void EnginePool::stop()
 {
     const Lock lock(m_mutex);
     m_isStopped = true;
+    ++m_import;
     m_queue.clear();
     killBusy();
     m_changed.notify_all();
@@ -307,6 +323,7 @@ void EnginePool::beginImport()
 {
     const Lock lock(m_mutex);
     m_isStopped = false;
+    ++m_import;
     m_costly.clear();
     m_queue.clear();
 }
@@ -314,7 +331,7 @@ void EnginePool::beginImport()
 std::string EnginePool::failure() const
 {
     const Lock lock(m_mutex);
-    return m_engine.failure().empty() ? m_tables.failure() : m_engine.failure();
+    return m_engine.failure();
 }
 
 std::uint32_t EnginePool::protections()
@@ -326,7 +343,7 @@ std::uint32_t EnginePool::protections()
     lock.unlock();
     const bool hasBegun = process->awaitBegin(wire::Clock::now() + timeToBegin);
     lock.lock();
-    noteAnswer(*process);
+    noteAnswer(lock, *process);
     if (hasBegun)
         m_idle.push_back(std::move(process));
     else
@@ -336,14 +353,19 @@ std::uint32_t EnginePool::protections()
 }
 
 /// What the kernel refuses is said once.
-void EnginePool::noteAnswer(const EngineProcess& process)
+void EnginePool::noteAnswer(Lock& lock, const EngineProcess& process)
 {
-    if (process.protections() == 0)
+    const std::uint32_t protections = process.protections();
+    if (protections == 0)
         return;
     process.program().prove();
-    if (m_protections == 0 && process.protections() != wire::allProtections)
-        log("the engine's processes have " + protectionsInWords(process.protections()));
-    m_protections = process.protections();
+    const bool isNews = m_protections == 0 && protections != wire::allProtections;
+    m_protections = protections;
+    if (!isNews)
+        return;
+    lock.unlock();
+    log("the engine's processes have " + protectionsInWords(protections));
+    lock.lock();
 }
 
 /// After a while without work all processes are ended, the programs too.

@@ -10,7 +10,6 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -81,10 +80,11 @@ private:
     ProcessPtr takeIdle(const Job& job);
     ProcessPtr startProcess(EngineProgram& program);
     void execute(Lock& lock, const JobPtr& job, ProcessPtr process);
-    void endProcess(Lock& lock, const Job& job, ProcessPtr process, const std::string& failure);
+    std::string endProcess(Lock& lock, ProcessPtr process, const std::string& failure);
+    bool fail(Lock& lock, Job& job);
     void workAhead();
     void endWhenIdle();
-    void noteAnswer(const EngineProcess& process);
+    void noteAnswer(Lock& lock, const EngineProcess& process);
     void killBusy();
     void putBack(ProcessPtr process);
 
@@ -97,9 +97,11 @@ private:
     /// Processes at work, by their numbers.
     std::map<std::uint32_t, std::shared_ptr<SupervisorLink>> m_busy;
     std::uint32_t m_lastNumber = 0;
-    std::list<JobPtr> m_queue;      ///< ahead
-    int m_askers = 0;               ///< threads that wait for a process, not for its answer
-    std::set<std::string> m_costly; ///< items that have cost a process in this import
+    std::list<JobPtr> m_queue; ///< ahead
+    int m_askers = 0;          ///< threads that wait for a process, not for its answer
+    /// Items that have cost a process in this import, and why, until it is in the log.
+    std::map<std::string, std::string> m_costly;
+    unsigned m_import = 0; ///< changes with each, and with a stop
     std::uint32_t m_protections = 0;
     bool m_isStopped = false;
     bool m_isEnding = false;

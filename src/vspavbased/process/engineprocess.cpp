@@ -55,10 +55,10 @@ EngineProcess::EngineProcess(EngineProgram& program, std::uint32_t number, wire:
 
 EngineProcess::~EngineProcess() = default;
 
-bool EngineProcess::hasEnded() const
+bool EngineProcess::isQuiet() const
 {
     pollfd socket = {m_socket, POLLIN, 0};
-    return poll(&socket, 1, 0) > 0 && (socket.revents & (POLLHUP | POLLERR)) != 0;
+    return poll(&socket, 1, 0) == 0 || m_protections == 0; // it may just have begun
 }
 
 bool EngineProcess::awaitBegin(wire::Clock::time_point deadline)
@@ -77,18 +77,20 @@ void EngineProcess::letGo()
     m_lastItem.clear();
 }
 
-bool EngineProcess::run(Job& job, std::string& failure)
+EngineProcess::Outcome EngineProcess::run(Job& job, std::string& failure)
 {
     const auto deadline = wire::Clock::now() + job.limit();
     const ItemFiles files = filesOf(job.item());
     m_logLines = 0;
     m_lastItem = job.item().path;
+    m_channel.setRequest(++m_request);
+    bool isOfAnother = false;
     Result result = ask(job, files, deadline);
     if (result == Result::done)
-        result = awaitAnswer(job, files, deadline);
+        result = awaitAnswer(job, files, deadline, isOfAnother);
     switch (result) {
     case Result::done:
-        return true;
+        return Outcome::answered;
     case Result::ended:
         failure.clear();
         break;
@@ -99,7 +101,7 @@ bool EngineProcess::run(Job& job, std::string& failure)
         failure = "gave an answer that makes no sense";
         break;
     }
-    return false;
+    return isOfAnother ? Outcome::unasked : Outcome::failed;
 }
 
 EngineProcess::Result EngineProcess::ask(Job& job, const ItemFiles& files,
@@ -112,14 +114,20 @@ EngineProcess::Result EngineProcess::ask(Job& job, const ItemFiles& files,
     return job.send(m_channel, deadline, file.get());
 }
 
+/// `isOfAnother` tells that what made no sense was said to an earlier request.
 EngineProcess::Result EngineProcess::awaitAnswer(Job& job, const ItemFiles& files,
-                                                 wire::Clock::time_point deadline)
+                                                 wire::Clock::time_point deadline,
+                                                 bool& isOfAnother)
 {
     for (;;) {
-        Result result = m_channel.receive(m_letter, deadline);
+        Result result = m_channel.receive(m_letter, deadline, job.largestAnswer());
         bool isServed = false;
-        if (result == Result::done)
-            result = serve(files, deadline, isServed);
+        if (result == Result::done) {
+            const std::uint32_t request = m_letter.message().request();
+            const bool isOfThis = request == m_request || m_letter.as<wire::Confined>();
+            isOfAnother = request != 0 && request < m_request;
+            result = isOfThis ? serve(files, deadline, isServed) : Result::nonsense;
+        }
         if (result != Result::done)
             return result;
         if (!isServed)
@@ -149,6 +157,8 @@ EngineProcess::Result EngineProcess::serve(const ItemFiles& files, wire::Clock::
     flatbuffers::FlatBufferBuilder builder;
     isServed = true;
     if (const auto* told = m_letter.as<wire::Confined>()) {
+        if (m_protections != 0)
+            return Result::nonsense;
         m_protections = told->protections();
         return Result::done;
     }

@@ -24,10 +24,17 @@ public:
     EngineProcess(EngineProgram& program, std::uint32_t number, wire::Descriptor socket);
     ~EngineProcess();
 
-    /// Runs a job: asks, opens files for the process while it works, and takes its answer. False
-    /// when the process has ended, or is to be ended; `failure` then says why, and is empty when
-    /// the process has closed its socket, of which the supervisor knows more.
-    bool run(Job& job, std::string& failure);
+    enum class Outcome
+    {
+        answered,
+        failed, ///< the process has ended, or is to be ended
+        unasked ///< the same, for what it was at before: the job can be run by another
+    };
+
+    /// Runs a job: asks, opens files for the process while it works, and takes its answer.
+    /// `failure` says why there is none; it is empty when the process has closed its socket, of
+    /// which the supervisor knows more.
+    Outcome run(Job& job, std::string& failure);
 
     /// Waits until it has told what it has given up, which is the first thing that it says.
     bool awaitBegin(wire::Clock::time_point deadline);
@@ -35,8 +42,8 @@ public:
     /// Has it close what it has open of the last item. Answers nothing, and does not wait.
     void letGo();
 
-    /// Whether it has closed its socket while nothing was asked.
-    bool hasEnded() const;
+    /// Whether it has said nothing, and not closed its socket, while nothing was asked.
+    bool isQuiet() const;
 
     EngineProgram& program() const { return m_program; }
     /// Who has started it, and knows how it ends.
@@ -51,7 +58,8 @@ private:
     using Result = wire::Channel::Result;
 
     Result ask(Job& job, const ItemFiles& files, wire::Clock::time_point deadline);
-    Result awaitAnswer(Job& job, const ItemFiles& files, wire::Clock::time_point deadline);
+    Result awaitAnswer(Job& job, const ItemFiles& files, wire::Clock::time_point deadline,
+                       bool& isOfAnother);
     Result prepareCanvas(std::size_t size, wire::Clock::time_point deadline);
     Result serve(const ItemFiles& files, wire::Clock::time_point deadline, bool& isServed);
 
@@ -64,7 +72,8 @@ private:
     std::unique_ptr<SharedCanvas> m_canvas;
     std::string m_lastItem;
     std::uint32_t m_protections = 0;
-    int m_logLines = 0; ///< of this job
+    std::uint32_t m_request = 0; ///< number of the one at hand
+    int m_logLines = 0;          ///< of this job
 };
 
 } // namespace engine

@@ -37,6 +37,9 @@ public:
     /// How long an answer may take.
     virtual std::chrono::milliseconds limit() const = 0;
 
+    /// Bytes that an answer may take, or anything else that is said before it.
+    virtual std::size_t largestAnswer() const = 0;
+
     /// Bytes that the picture takes that is asked for; 0 when there is none.
     virtual std::size_t canvasSize() const { return 0; }
 
@@ -64,7 +67,9 @@ private:
     };
 
     Item m_item;
-    State m_state = State::fresh; ///< the pool's, under its lock
+    // The pool's, under its lock:
+    State m_state = State::fresh;
+    std::string m_failure; ///< why there is no answer, until it is in the log
 };
 
 using JobPtr = std::shared_ptr<Job>;

@@ -11,6 +11,12 @@ namespace engine {
 
 namespace {
 
+constexpr std::size_t kilobyte = 1024;
+
+/// The record keeps what was sent. Tags and covers of honest files take a few kilobytes.
+constexpr std::size_t largestDescription = 32 * kilobyte * kilobyte;
+constexpr std::size_t largestRead = 64 * kilobyte;
+
 /// Whether what is given that way may be a DVD: folders have a separator at their end. A wrong
 /// guess costs a moment.
 bool looksLikeDvd(const std::string& path)
@@ -27,6 +33,11 @@ DescribeJob::DescribeJob(Item item, By by)
     : Job(std::move(item))
     , m_needsDecoding(by == By::engine || !looksLikeDvd(this->item().path))
 {}
+
+std::size_t DescribeJob::largestAnswer() const
+{
+    return largestDescription;
+}
 
 std::chrono::milliseconds DescribeJob::limit() const
 {
@@ -52,6 +63,11 @@ bool DescribeJob::accept(wire::Letter& letter, const void* /*canvas*/)
     return m_record != nullptr;
 }
 
+std::size_t ReadDiscJob::largestAnswer() const
+{
+    return wire::largestMessage;
+}
+
 std::chrono::milliseconds ReadDiscJob::limit() const
 {
     return policy().readDisc;
@@ -70,8 +86,13 @@ bool ReadDiscJob::accept(wire::Letter& letter, const void* /*canvas*/)
     const auto* read = letter.as<wire::DiscRead>();
     if (!read || !read->disc())
         return read != nullptr;
-    m_record = DiscRecord::make(std::move(letter));
+    m_record = DiscRecord::make(item().path, std::move(letter));
     return m_record != nullptr;
+}
+
+std::size_t FramesJob::largestAnswer() const
+{
+    return largestRead;
 }
 
 std::chrono::milliseconds FramesJob::limit() const

@@ -34,6 +34,7 @@ public:
 
     bool needsDecoding() const override { return m_needsDecoding; }
     std::chrono::milliseconds limit() const override;
+    std::size_t largestAnswer() const override;
     wire::Channel::Result send(wire::Channel& channel, wire::Clock::time_point deadline,
                                int file) const override;
     bool accept(wire::Letter& letter, const void* canvas) override;
@@ -54,6 +55,7 @@ public:
     const DiscRecordPtr& record() const { return m_record; }
 
     std::chrono::milliseconds limit() const override;
+    std::size_t largestAnswer() const override;
     wire::Channel::Result send(wire::Channel& channel, wire::Clock::time_point deadline,
                                int file) const override;
     bool accept(wire::Letter& letter, const void* canvas) override;
@@ -102,6 +104,7 @@ public:
     std::vector<std::uint32_t>& pixels() { return m_pixels; }
 
     std::chrono::milliseconds limit() const override;
+    std::size_t largestAnswer() const override;
     std::size_t canvasSize() const override;
     wire::Channel::Result send(wire::Channel& channel, wire::Clock::time_point deadline,
                                int file) const override;

@@ -79,6 +79,8 @@ public:
     {
         // In this order, since the socket may have one of these numbers.
         wire::Descriptor copy(fcntl(socket.get(), F_DUPFD_CLOEXEC, wire::supervisorSocket + 1));
+        if (!copy)
+            return errno;
         posix_spawn_file_actions_adddup2(&m_files, copy.get(), wire::supervisorSocket);
         posix_spawn_file_actions_addopen(&m_files, STDIN_FILENO, "/dev/null", O_RDWR, 0);
         posix_spawn_file_actions_adddup2(&m_files, STDIN_FILENO, STDOUT_FILENO);
@@ -138,7 +140,7 @@ SupervisorLink::~SupervisorLink()
 {
     if (!m_hasEngines && m_signals)
         syscall(SYS_pidfd_send_signal, m_signals.get(), SIGKILL, nullptr, 0);
-    m_socket.reset();
+    shutdown(m_socket.get(), SHUT_RDWR); // whoever has a copy of it, as of a host that forked
     while (m_process >= 0 && waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
     }
 }

@@ -4,25 +4,35 @@
 #include "records/scrutiny.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 #include <string_view>
-#include <unordered_set>
 
 namespace engine {
 
 namespace {
 
+/// Files and titles have numbers of five digits; two kinds of files may share one.
+constexpr flatbuffers::uoffset_t mostNames = 200000;
+constexpr flatbuffers::uoffset_t longestName = 8192;
+
+/// Of all chapters together: each may become a picture.
+constexpr std::uint64_t mostChapterClips = 1000000;
+
 /// Looks a disc's numbers through: each index in it exists, and no time is nonsense.
 class DiscCheck
 {
 public:
-    explicit DiscCheck(const wire::Disc& disc)
+    /// `path` is where the disc lies.
+    DiscCheck(const wire::Disc& disc, const std::string& path)
         : m_disc(disc)
+        , m_folder(path.substr(0, path.find_last_not_of('/') + 1) + '/')
     {}
 
     bool passes()
     {
-        return m_scrutiny.passes(*m_disc.name()) && namesDiffer(*m_disc.files()) &&
-               namesDiffer(*m_disc.titles()) &&
+        return m_scrutiny.passes(*m_disc.name()) && m_disc.files()->size() <= mostNames &&
+               m_disc.titles()->size() <= mostNames &&
                m_scrutiny.passes<MovieRecord>(
                    *m_disc.files(),
                    [this](const wire::StreamFile& file) { return passes(file); }) &&
@@ -31,7 +41,8 @@ public:
                                                       return m_scrutiny.passes(*times.seconds());
                                                   }) &&
                m_scrutiny.passes<AVBased::BDPlayInfo>(
-                   *m_disc.titles(), [this](const wire::Title& title) { return passes(title); });
+                   *m_disc.titles(), [this](const wire::Title& title) { return passes(title); }) &&
+               namesDiffer(*m_disc.files()) && namesDiffer(*m_disc.titles());
     }
 
 private:
@@ -39,16 +50,24 @@ private:
     template <typename Part>
     static bool namesDiffer(const flatbuffers::Vector<flatbuffers::Offset<Part>>& parts)
     {
-        std::unordered_set<std::string_view> names;
+        std::set<std::string_view> names; // no hashes, which could be made to be the same
         return std::all_of(parts.begin(), parts.end(), [&names](const Part* part) {
-            return names.insert(part->name()->c_str()).second;
+            return part->name()->size() <= longestName &&
+                   names.insert(part->name()->c_str()).second;
         });
     }
 
     bool passes(const wire::StreamFile& file)
     {
-        return m_scrutiny.passes(*file.name()) &&
+        return isOfDisc(file.name()->str()) && m_scrutiny.passes(*file.name()) &&
                (!file.movie() || m_scrutiny.passes(*file.movie()));
+    }
+
+    /// Files are named by paths, and what a disc names a host will have opened.
+    bool isOfDisc(const std::string& file) const
+    {
+        return file.size() <= longestName && file.compare(0, m_folder.size(), m_folder) == 0 &&
+               (file + '/').find("/../") == std::string::npos;
     }
 
     /// Whether there are times of `clips` clips at `index`.
@@ -73,22 +92,26 @@ private:
 
     bool passes(const wire::Chapter& chapter)
     {
-        return m_scrutiny.hasRoom(chapter.clips(), 2 * sizeof(double)) &&
+        m_chapterClips += chapter.clips();
+        return m_chapterClips <= mostChapterClips &&
+               m_scrutiny.hasRoom(chapter.clips(), 2 * sizeof(double)) &&
                m_scrutiny.passes(chapter.duration()) && m_scrutiny.passes(chapter.time_stamp()) &&
                hasTimes(chapter.in_times(), chapter.clips()) &&
                hasTimes(chapter.out_times(), chapter.clips());
     }
 
     const wire::Disc& m_disc;
+    const std::string m_folder; ///< with a separator behind it
+    std::uint64_t m_chapterClips = 0;
     Scrutiny m_scrutiny;
 };
 
 } // namespace
 
-std::shared_ptr<const DiscRecord> DiscRecord::make(wire::Letter letter)
+std::shared_ptr<const DiscRecord> DiscRecord::make(const std::string& path, wire::Letter letter)
 {
     const auto* read = letter.as<wire::DiscRead>();
-    if (!read || !read->disc() || !DiscCheck(*read->disc()).passes())
+    if (!read || !read->disc() || !DiscCheck(*read->disc(), path).passes())
         return nullptr;
     return std::shared_ptr<const DiscRecord>(new DiscRecord(std::move(letter)));
 }

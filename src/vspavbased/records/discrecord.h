@@ -20,7 +20,7 @@ class DiscRecord
 {
 public:
     /// Null when no engine can have said that.
-    static std::shared_ptr<const DiscRecord> make(wire::Letter letter);
+    static std::shared_ptr<const DiscRecord> make(const std::string& path, wire::Letter letter);
 
     const wire::Disc& told() const { return *m_letter.as<wire::DiscRead>()->disc(); }
 

@@ -10,6 +10,9 @@ namespace {
 /// A DVD has 99 titles at most; who asks for one of them looks at all.
 constexpr flatbuffers::uoffset_t mostMovies = 1000;
 
+/// It goes back to an engine process as it came.
+constexpr flatbuffers::uoffset_t largestReopening = 4 * 1024 * 1024;
+
 /// Whether an engine can have said that.
 class ItemCheck
 {
@@ -21,6 +24,8 @@ public:
                m_scrutiny.passes<MovieRecord>(
                    *item.movies(),
                    [this](const wire::Movie& movie) { return m_scrutiny.passes(movie); }) &&
+               (!item.facts() || m_scrutiny.passes(*item.facts())) &&
+               (!item.reopening() || item.reopening()->size() <= largestReopening) &&
                (!item.dvd() || passes(*item.dvd()));
     }
 

@@ -14,6 +14,9 @@ constexpr flatbuffers::uoffset_t longestText = 1024 * 1024;
 
 constexpr double longestSeconds = 1e12;
 
+/// In pixels; what is larger, libav does not open.
+constexpr int longestSide = 1 << 24;
+
 } // namespace
 
 bool Scrutiny::passes(const flatbuffers::String& text)
@@ -36,9 +39,11 @@ bool Scrutiny::passes(const flatbuffers::Vector<double>& seconds)
 bool Scrutiny::passes(const wire::Stream& stream)
 {
     return passes(*stream.name()) && passes(*stream.codec()) && passes(*stream.language()) &&
-           stream.fourcc()->size() == sizeof(AVBased::AVStreamInfo::fourcc) &&
-           stream.width() >= 0 && stream.height() >= 0 && stream.sample_rate() >= 0 &&
-           stream.channels() >= 0 && stream.bit_rate() >= 0 && passes(stream.duration());
+           stream.fourcc()->size() == sizeof(AVBased::AVStreamInfo::fourcc) && stream.kind() >= 0 &&
+           stream.kind() <= AVBased::StreamKindSubtitle && stream.width() >= 0 &&
+           stream.width() <= longestSide && stream.height() >= 0 &&
+           stream.height() <= longestSide && stream.sample_rate() >= 0 && stream.channels() >= 0 &&
+           stream.bit_rate() >= 0 && passes(stream.duration());
 }
 
 bool Scrutiny::passes(const wire::Movie& movie)
@@ -46,9 +51,13 @@ bool Scrutiny::passes(const wire::Movie& movie)
     return passes(*movie.name()) && passes(*movie.format()) &&
            passes<AVBased::AVStreamInfo>(
                *movie.streams(), [this](const wire::Stream& stream) { return passes(stream); }) &&
-           passes<AVBased::AVMetaItem>(*movie.tags(), [this](const wire::Tag& tag) {
-               return passes(*tag.key()) && passes(*tag.value());
-           });
+           passes(*movie.tags());
+}
+
+bool Scrutiny::passes(const flatbuffers::Vector<flatbuffers::Offset<wire::Tag>>& tags)
+{
+    return passes<AVBased::AVMetaItem>(
+        tags, [this](const wire::Tag& tag) { return passes(*tag.key()) && passes(*tag.value()); });
 }
 
 bool Scrutiny::hasRoom(std::size_t count, std::size_t recordSize)

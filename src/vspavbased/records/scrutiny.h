@@ -31,6 +31,7 @@ public:
     bool passes(double seconds) const;
     bool passes(const flatbuffers::Vector<double>& seconds);
     bool passes(const wire::Movie& movie);
+    bool passes(const flatbuffers::Vector<flatbuffers::Offset<wire::Tag>>& tags);
 
     /// Whether there is room for so many more records.
     bool hasRoom(std::size_t count, std::size_t recordSize);
