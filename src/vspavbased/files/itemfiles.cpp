@@ -136,6 +136,8 @@ void ItemFiles::allowSourceOfTimeline(const std::string& path)
     const std::string disc = parentOf(root);
     if (found != path || toUpper(nameOf(root)) != "BDMV" || disc.empty()) {
         allowFile(found);
+        if (found == path)
+            m_folders.insert(disc);
         return;
     }
     Disc& known = m_discs[disc];
@@ -182,6 +184,8 @@ ItemFiles::Place ItemFiles::placeOf(const std::string& path) const
 
 ItemFiles::Kind ItemFiles::kindOf(const std::string& path) const
 {
+    if (m_folders.count(path) > 0)
+        return Kind::folder;
     const Place place = placeOf(path);
     if (!place.isAllowed)
         return Kind::none;

@@ -78,6 +78,7 @@ private:
         std::set<std::string> files; ///< by their paths in it
     };
     std::map<std::string, Disc> m_discs;
+    std::set<std::string> m_folders; ///< that may be seen to be folders
 };
 
 } // namespace engine
