@@ -43,7 +43,8 @@ Policy::Policy()
 
 void Policy::end()
 {
-    program = tablesProgram = std::string();
+    program = std::string();
+    tablesProgram = std::string();
 }
 
 Policy& policy()

@@ -60,9 +60,10 @@ const int allowedCalls[] = {
     SCMP_SYS(getpid),
     SCMP_SYS(gettid),
     SCMP_SYS(restart_syscall),
-#ifdef VSPIMPORT_SANITIZED // which ask the kernel in this way whether memory is there
+#ifdef VSPIMPORT_SANITIZED // which ask the kernel in this way whether memory is there, and tidy up
     SCMP_SYS(pipe),
     SCMP_SYS(pipe2),
+    SCMP_SYS(sigaltstack),
 #endif
 };
 
