@@ -43,8 +43,8 @@ Policy::Policy()
 
 void Policy::end()
 {
-    program = std::string();
-    tablesProgram = std::string();
+    std::string().swap(program);
+    std::string().swap(tablesProgram);
 }
 
 Policy& policy()

@@ -26,7 +26,10 @@ wire::Descriptor EngineProgram::startProcess(std::uint32_t number)
     for (int attempt = 0; attempt < 2 && start(); ++attempt) {
         if (wire::Descriptor socket = m_link->startEngine(number))
             return socket;
-        m_link.reset(); // it was ended by somebody: another one may live
+        // It has ended, or was ended by somebody: another one may live.
+        const std::string end = m_link->end();
+        m_failure = cannotStart + m_path + " " + (end.empty() ? "takes no orders" : end);
+        m_link.reset();
     }
     return {};
 }
