@@ -26,8 +26,9 @@ public:
         const std::string path = utf8Path;
         if (!engine::endsWith(path, engine::timelineSuffix))
             return engine::fullEngine().open(path).importer;
-        return engine::WrittenTimelines::ofThisProcess().find(path) ? engine::fullEngine().openTimeline(path)
-                                                                    : nullptr;
+        return engine::WrittenTimelines::ofThisProcess().find(path)
+                   ? engine::fullEngine().openTimeline(path)
+                   : nullptr;
     }
 
     void beginImport() override {}
