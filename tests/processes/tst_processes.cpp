@@ -267,8 +267,10 @@ private Q_SLOTS:
         struct sigaction collect = {};
         struct sigaction former = {};
         collect.sa_handler = [](int) {
+            const int error = errno;
             while (waitpid(-1, nullptr, WNOHANG) > 0) {
             }
+            errno = error;
         };
         sigaction(SIGCHLD, &collect, &former);
         ModuleImport first;
