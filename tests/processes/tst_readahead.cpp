@@ -7,6 +7,7 @@
 #include "fixture.h"
 #include "moduleimport.h"
 #include "policy.h"
+#include "process/enginepool.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtTest/QtTest>
@@ -40,6 +41,7 @@ private Q_SLOTS:
         CImportContext::instance()->setLimitFileFormat(false);
         CImportContext::instance()->setDvdSupport(true);
         CImportContext::instance()->setBdSupport(true);
+        engine::policy().idle = std::chrono::seconds(1);
         engine::policy().processes = 1;
         importAll();
         m_expected = m_found;
@@ -47,10 +49,13 @@ private Q_SLOTS:
         QVERIFY(m_expected.order.size() > 20);
     }
 
+    /// The policy is changed while nobody is at work.
     void init()
     {
-        engine::policy() = m_policy;
-        engine::policy().idle = std::chrono::seconds(1);
+        QTRY_COMPARE_WITH_TIMEOUT(processesBelow().size(), 0, 20000);
+        QCOMPARE(engine::EnginePool::instance().failure(), std::string());
+        engine::policy().processes = 2;
+        engine::policy().readsAhead = true;
     }
 
     void changesNothing_data()
@@ -77,7 +82,6 @@ private Q_SLOTS:
     /// Whoever has described the items is gone when their pictures are taken.
     void outlivesItsProcesses()
     {
-        engine::policy().processes = 2;
         importAll([] {
             for (const int process : processesBelow().mid(1))
                 kill(process, SIGKILL);
@@ -94,7 +98,6 @@ private Q_SLOTS:
     /// Pictures that are there are not taken again, nor ahead.
     void takesOnlyWhatIsMissing()
     {
-        engine::policy().processes = 2;
         const QTemporaryDir folder;
         for (int i = 0; i < 20; ++i)
             QFile::copy(fixturePath("media/time-gop2s.mp4"),
@@ -119,7 +122,6 @@ private Q_SLOTS:
     /// The library may be unloaded while its processes wait, and loaded again.
     void isUnloadedAndLoadedAgain()
     {
-        QTRY_COMPARE_WITH_TIMEOUT(processesBelow().size(), 0, 20000);
         const int descriptors = openDescriptors();
         for (int pass = 0; pass < 3; ++pass) {
             void* library = dlopen(NEAR_HALF, RTLD_NOW | RTLD_LOCAL);
@@ -170,7 +172,6 @@ private:
             QVERIFY2(m_found.pictures[name] == m_expected.pictures[name], qPrintable(name));
     }
 
-    const engine::Policy m_policy = engine::policy();
     const QTemporaryDir m_folder;
     Found m_expected;
     Found m_found;
