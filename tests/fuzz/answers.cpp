@@ -52,7 +52,7 @@ bool isAnswered(Job& job, const std::uint8_t* data, std::size_t size)
         std::abort();
     shutdown(farEnd.get(), SHUT_WR);
     std::string failure;
-    return process.run(job, failure);
+    return process.run(job, failure) == EngineProcess::Outcome::answered;
 }
 
 bool describe(const std::uint8_t* data, std::size_t size)
