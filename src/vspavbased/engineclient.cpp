@@ -184,7 +184,7 @@ EngineClient::FramesJobPtr EngineClient::takeFrames(const ItemRecordPtr& item,
         readAheadFrom(*item, wish);
         return std::make_shared<FramesJob>(item, wish);
     }
-    const FramesJobPtr job = *ahead;
+    FramesJobPtr job = *ahead;
     m_frames.erase(ahead);
     m_distance = m_distance > SIZE_MAX / 2 ? SIZE_MAX : m_distance * 2 + 1;
     readAheadFrom(*item, wish);
