@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 
 #include <cstring>
+#include <new>
 
 namespace engine {
 
@@ -12,7 +13,7 @@ void Canvas::use(const wire::Descriptor& memory, std::size_t size)
     unmap();
     void* start = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, memory.get(), 0);
     if (start == MAP_FAILED)
-        return;
+        throw std::bad_alloc();
     m_start = start;
     m_size = size;
 }

@@ -14,7 +14,7 @@ public:
     Canvas() = default;
     ~Canvas() { unmap(); }
 
-    /// Takes other memory in the place of the former. Empty when it cannot be had.
+    /// Takes other memory in the place of the former. Throws when it cannot be had.
     void use(const wire::Descriptor& memory, std::size_t size);
 
     /// False when there is no room for so many bytes.

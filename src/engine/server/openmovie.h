@@ -37,7 +37,11 @@ public:
     /// Opens another movie of the same importer in the place of this one.
     bool change(int movie, int stream);
 
-    bool is(int movie, int stream) const { return movie == m_movie && stream == m_stream; }
+    /// Not when a change has failed: then nothing is open.
+    bool is(int movie, int stream) const
+    {
+        return m_source && movie == m_movie && stream == m_stream;
+    }
 
     /// Makes `firstRead` the number of the next read after that seek, reading again what must be.
     void goTo(std::optional<std::int32_t> seekMs, std::uint32_t firstRead);

@@ -31,7 +31,7 @@ public:
     static EnginePool& instance();
 
     /// Starts the engine's program, which the first job would do as well. False, with the reason in
-    /// the log, when it cannot be started.
+    /// failure(), when it cannot be started.
     bool start();
 
     /// Runs the job, or waits for it when it is under way. Whether there is an answer.
