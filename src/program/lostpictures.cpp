@@ -1,21 +1,14 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "lostpictures.h"
 
-#include "cbdfile.h"
-#include "cbdinformation.h"
 #include "cimportcontext.h"
-#include "cimporttask.h"
-#include "importsession.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QTemporaryFile>
-#include <QtCore/QVariant>
 
 #include <QtGui/QImageWriter>
 
-#include <algorithm>
-
-using namespace Vesk;
+using Vesk::CImportContext;
 
 namespace {
 
@@ -28,21 +21,6 @@ QString writeError(const QString& folder, int count)
     return written ? QString() : file.errorString();
 }
 
-/// Clips get their URLs whether or not a picture comes of them, unless the capture of their disc
-/// could not begin.
-bool lacksCapture(CImportTask* task)
-{
-    if (task->taskType() != CImportTask::BdTask)
-        return false;
-    const CBDInformation* disc = task->bdInfo();
-    for (int i = 0; i < disc->fileCount(); ++i) {
-        for (CBDFileClip* clip : disc->file(i)->snapClips()) {
-            return CBDFile::clipObject(clip)->property("imageUrl").toString().isEmpty();
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 bool canWritePictures()
@@ -50,7 +28,18 @@ bool canWritePictures()
     return QImageWriter::supportedImageFormats().contains("jpg");
 }
 
-QStringList reasonsForLostPictures(const ImportSession& session)
+/// Clips get their URLs whether or not a picture comes of them, unless the capture of their disc
+/// could not begin.
+bool lacksCapture(const facts::Item& item)
+{
+    for (const facts::BlurayFile& file : item.bluray.files) {
+        if (!file.picturedClips.empty())
+            return file.clips[std::size_t(file.picturedClips.front())].url.isEmpty();
+    }
+    return false;
+}
+
+QStringList reasonsForLostPictures(const QString& uncaptured)
 {
     const int sizeOfPictures = 64 * 1024;
     const int sizeOfTimeline = 1024 * 1024;
@@ -59,10 +48,7 @@ QStringList reasonsForLostPictures(const ImportSession& session)
     const QString error = writeError(pictures, sizeOfPictures);
     if (!error.isNull() && QDir(pictures).exists())
         reasons << QStringLiteral("pictures cannot be written to %1: %2").arg(pictures, error);
-
-    const auto lost = std::find_if(session.tasks().begin(), session.tasks().end(),
-                                   [](const auto& task) { return lacksCapture(task.get()); });
-    if (session.wasStopped() || lost == session.tasks().end())
+    if (uncaptured.isEmpty())
         return reasons;
     const QString temporary = QDir::tempPath();
     const QString reason = writeError(temporary, sizeOfTimeline);
@@ -71,6 +57,6 @@ QStringList reasonsForLostPictures(const ImportSession& session)
                                   "written to: %2")
                        .arg(temporary, reason);
     else
-        reasons << QStringLiteral("no pictures could be made of %1").arg((*lost)->url());
+        reasons << QStringLiteral("no pictures could be made of %1").arg(uncaptured);
     return reasons;
 }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "options.h"
 
+#include "optiontable.h"
+#include "pathlist.h"
+
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -10,56 +13,23 @@
 
 namespace {
 
-const char* const defaultFormats =
-    "*.3g2;*.3gp;*.aac;*.ac3;*.aif;*.aiff;*.amr;*.ape;*.asf;*.au;*.avi;*.caf;*.divx;*.dts;*.dv;"
-    "*.eac3;*.f4v;*.flac;*.flv;*.gif;*.gxf;*.h264;*.h265;*.hevc;*.ivf;*.m1v;*.m2t;*.m2ts;*.m2v;"
-    "*.m4a;*.m4b;*.m4v;*.mka;*.mkv;*.mod;*.mov;*.mp2;*.mp3;*.mp4;*.mpa;*.mpc;*.mpeg;*.mpg;*.mpv;"
-    "*.mts;*.mxf;*.nut;*.oga;*.ogg;*.ogm;*.ogv;*.opus;*.qt;*.ra;*.rm;*.rmvb;*.spx;*.tak;*.thd;"
-    "*.tod;*.tp;*.trp;*.ts;*.tta;*.vob;*.voc;*.w64;*.wav;*.webm;*.wma;*.wmv;*.wtv;*.wv;*.y4m;";
-
 /// Largest width and height of a snapshot.
 const int largestSide = 16384;
 
+const int mostJobs = 4;
+
 void addImportOptions(QCommandLineParser& parser)
 {
-    parser.setApplicationDescription(QStringLiteral(
-        "Imports media files, folders, disc images, DVD and Blu-ray folders and DVD IFO files:\n"
-        "describes what is in them and takes pictures of it."));
+    parser.setApplicationDescription(QLatin1String(programSummary));
     parser.addPositionalArgument(QStringLiteral("PATH"), QStringLiteral("What to import."),
                                  QStringLiteral("PATH..."));
-    parser.addOptions({
-        {QStringLiteral("for"),
-         QStringLiteral("What the sources are for: import, play or convert. May be repeated."),
-         QStringLiteral("import|play|convert")},
-        {QStringLiteral("config-dir"),
-         QStringLiteral("Where the snapshots go. Default: vspimport/snapshots in your cache."),
-         QStringLiteral("DIR")},
-        {QStringLiteral("snap-size"), QStringLiteral("Size of the snapshots. Default: 320x180."),
-         QStringLiteral("WxH")},
-        {QStringLiteral("formats"),
-         QStringLiteral("Media files to import, as in '*.avi;*.mp4;'. Default: the usual ones."),
-         QStringLiteral("LIST")},
-        {QStringLiteral("forbid"), QStringLiteral("Media files to refuse, in the same form."),
-         QStringLiteral("LIST")},
-        {QStringLiteral("all-files"), QStringLiteral("Try every file, whatever its suffix.")},
-        {QStringLiteral("allow-drm"), QStringLiteral("Import copy-protected media files too.")},
-        {QStringLiteral("jobs"),
-         QStringLiteral("Engine processes at work at once. Default: as many as cores, 4 at most."),
-         QStringLiteral("1-4")},
-        {QStringLiteral("json"),
-         QStringLiteral("Write what was found as JSON; - is standard output."),
-         QStringLiteral("FILE")},
-        {QStringLiteral("events"),
-         QStringLiteral("Write each signal as it arrives, one JSON object a line.")},
-        {QStringLiteral("report"),
-         QStringLiteral("Write the errors, if there are any, to a binary report."),
-         QStringLiteral("FILE")},
-        {QStringLiteral("quiet"), QStringLiteral("No summary and no progress.")},
-        {QStringLiteral("verbose"),
-         QStringLiteral("Also the module's debug lines and the engine's messages.")},
-        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this text.")},
-        {QStringLiteral("version"), QStringLiteral("Show the version.")},
-    });
+    for (std::size_t i = 0; i < optionCount; ++i) {
+        const OptionText& text = optionTable[i];
+        QStringList names(QLatin1String(text.name));
+        if (text.letter)
+            names.prepend(QLatin1String(text.letter));
+        parser.addOption({names, QLatin1String(text.help), QLatin1String(text.value)});
+    }
 }
 
 bool parsePurposes(const QStringList& purposes, Options& options, QString& error)
@@ -98,10 +68,40 @@ bool parseSnapSize(const QString& text, QSize& size, QString& error)
     return true;
 }
 
-/// A list of patterns without its last semicolon is meant all the same.
+bool parseJobs(const QString& text, int& jobs, QString& error)
+{
+    jobs = text.toInt();
+    if (jobs >= 1 && jobs <= mostJobs)
+        return true;
+    error = QStringLiteral("--jobs takes a number from 1 to %1, not '%2'").arg(mostJobs).arg(text);
+    return false;
+}
+
+bool parseShard(const QString& text, Options& options, QString& error)
+{
+    static const QRegularExpression form(QStringLiteral("^([0-9]{1,6})/([0-9]{1,6})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    options.shard = match.captured(1).toInt();
+    options.shardCount = match.captured(2).toInt();
+    if (match.hasMatch() && options.shard >= 1 && options.shard <= options.shardCount)
+        return true;
+    error = QStringLiteral("--shard takes a part such as 1/8 to 8/8, not '%1'").arg(text);
+    return false;
+}
+
+/// People write suffixes in many ways: mp4, .mp4, *.mp4, with commas, semicolons or blanks between.
+/// The module takes "*.mp4;" one after another.
 QString patternList(const QString& text)
 {
-    return text.isEmpty() || text.endsWith(QLatin1Char(';')) ? text : text + QLatin1Char(';');
+    static const QRegularExpression separators(QStringLiteral("[,;\\s]+"));
+    QString list;
+    const QStringList words = text.split(separators, Qt::SkipEmptyParts);
+    for (QString suffix : words) {
+        while (suffix.startsWith(QLatin1Char('*')) || suffix.startsWith(QLatin1Char('.')))
+            suffix.remove(0, 1);
+        list += QStringLiteral("*.%1;").arg(suffix);
+    }
+    return list;
 }
 
 QString defaultConfigDir()
@@ -112,18 +112,10 @@ QString defaultConfigDir()
     return cache + QStringLiteral("/vspimport/snapshots");
 }
 
-bool parseJobs(const QString& text, int& jobs, QString& error)
-{
-    jobs = text.toInt();
-    if (jobs >= 1 && jobs <= 4)
-        return true;
-    error = QStringLiteral("--jobs takes a number from 1 to 4, not '%1'").arg(text);
-    return false;
-}
-
 bool checkNames(const QCommandLineParser& parser, QString& error)
 {
-    for (const char* name : {"config-dir", "json", "report"}) {
+    for (const char* name :
+         {"config-dir", "json", "json-lines", "report", "files-from", "files0-from"}) {
         if (!parser.isSet(QLatin1String(name)))
             continue;
         const QString value = parser.value(QLatin1String(name));
@@ -132,10 +124,16 @@ bool checkNames(const QCommandLineParser& parser, QString& error)
         else if (value.contains(QChar(QChar::ReplacementCharacter)))
             error = QStringLiteral("the name for --%1 is no valid text").arg(QLatin1String(name));
     }
+    if (parser.values(QStringLiteral("json")).contains(QLatin1String("-")) +
+            parser.values(QStringLiteral("json-lines")).contains(QLatin1String("-")) +
+            parser.isSet(QStringLiteral("events")) >
+        1)
+        error = QStringLiteral("only one of --json -, --json-lines - and --events can have the "
+                               "standard output");
     return error.isEmpty();
 }
 
-bool readValues(const QCommandLineParser& parser, Options& options, QString& error)
+bool readNumbers(const QCommandLineParser& parser, Options& options, QString& error)
 {
     if (!parsePurposes(parser.values(QStringLiteral("for")), options, error))
         return false;
@@ -146,7 +144,13 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     if (parser.isSet(QStringLiteral("jobs")) &&
         !parseJobs(parser.value(QStringLiteral("jobs")), options.jobs, error))
         return false;
-    if (!checkNames(parser, error))
+    return !parser.isSet(QStringLiteral("shard")) ||
+           parseShard(parser.value(QStringLiteral("shard")), options, error);
+}
+
+bool readValues(const QCommandLineParser& parser, Options& options, QString& error)
+{
+    if (!readNumbers(parser, options, error) || !checkNames(parser, error))
         return false;
     options.configDir = parser.isSet(QStringLiteral("config-dir"))
                             ? parser.value(QStringLiteral("config-dir"))
@@ -158,11 +162,32 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     options.allFiles = parser.isSet(QStringLiteral("all-files"));
     options.allowDrm = parser.isSet(QStringLiteral("allow-drm"));
     options.jsonFile = parser.value(QStringLiteral("json"));
+    options.jsonLinesFile = parser.value(QStringLiteral("json-lines"));
     options.events = parser.isSet(QStringLiteral("events"));
     options.reportFile = parser.value(QStringLiteral("report"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.verbose = parser.isSet(QStringLiteral("verbose"));
     return true;
+}
+
+bool readPaths(const QCommandLineParser& parser, const QHash<QString, QByteArray>& bytes,
+               Options& options, QString& error)
+{
+    for (const QString& path : parser.positionalArguments())
+        options.paths.append(bytes.value(path));
+    const bool isGiven = !options.paths.isEmpty() || parser.isSet(QStringLiteral("files-from")) ||
+                         parser.isSet(QStringLiteral("files0-from"));
+    if (!isGiven)
+        error = QStringLiteral("no PATH is given; see --help");
+    for (const QString& file : parser.values(QStringLiteral("files-from"))) {
+        if (!readPathList(file, '\n', options.paths, error))
+            return false;
+    }
+    for (const QString& file : parser.values(QStringLiteral("files0-from"))) {
+        if (!readPathList(file, '\0', options.paths, error))
+            return false;
+    }
+    return isGiven;
 }
 
 bool parseImport(const QStringList& arguments, const QHash<QString, QByteArray>& bytes,
@@ -179,13 +204,7 @@ bool parseImport(const QStringList& arguments, const QHash<QString, QByteArray>&
                                                                : Options::Command::Version;
         return true;
     }
-    if (!readValues(parser, options, error))
-        return false;
-    for (const QString& path : parser.positionalArguments())
-        options.paths.append(bytes.value(path));
-    if (options.paths.isEmpty())
-        error = QStringLiteral("no PATH is given; see --help");
-    return !options.paths.isEmpty();
+    return readValues(parser, options, error) && readPaths(parser, bytes, options, error);
 }
 
 bool parseReport(const QStringList& arguments, Options& options, QString& error)
@@ -212,6 +231,23 @@ bool parseReport(const QStringList& arguments, Options& options, QString& error)
     return true;
 }
 
+/// The suffixes of `formats`, in lines that begin with blanks.
+QString formatLines(const char* formats)
+{
+    const int mostColumns = 76;
+    QString lines;
+    QString line = QStringLiteral(" ");
+    const QString list = QString::fromLatin1(formats).remove(QStringLiteral("*."));
+    for (const QString& suffix : list.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
+        if (line.length() + suffix.length() >= mostColumns) {
+            lines += line + QLatin1Char('\n');
+            line = QStringLiteral(" ");
+        }
+        line += QLatin1Char(' ') + suffix;
+    }
+    return lines + line + QLatin1Char('\n');
+}
+
 } // namespace
 
 bool parseOptions(int argc, char** argv, Options& options, QString& error)
@@ -232,10 +268,15 @@ QString helpText()
 {
     QCommandLineParser parser;
     addImportOptions(parser);
-    return parser.helpText() +
-           QStringLiteral(
-               "\nvspimport report FILE [--json]\n"
-               "  Show a saved error report, one line an error.\n\n"
-               "Exit status: 0 all was imported, 1 something could not be, 2 the arguments\n"
-               "cannot be used, 130 stopped by Ctrl-C.\n");
+    QString text = parser.helpText() + QStringLiteral("\nWithout --formats these are imported:\n") +
+                   formatLines(defaultFormats) +
+                   QStringLiteral("\nvspimport report FILE [--json]\n"
+                                  "  Show a saved error report, one line an error.\n\n"
+                                  "Exit status:\n");
+    for (std::size_t i = 0; i < exitStatusCount; ++i) {
+        text += QStringLiteral("  %1  %2\n")
+                    .arg(QLatin1String(exitStatusTable[i].status), 3)
+                    .arg(QLatin1String(exitStatusTable[i].meaning));
+    }
+    return text;
 }

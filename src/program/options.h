@@ -30,8 +30,11 @@ struct Options
     QString forbidden;
     bool allFiles = false;
     bool allowDrm = false;
-    int jobs = 0;     ///< engine processes at once; 0 for what suits the machine
-    QString jsonFile; ///< "-" for standard output, empty for none
+    int jobs = 0;       ///< engine processes at once; 0 for what suits the machine
+    int shard = 1;      ///< which of the parts of the items
+    int shardCount = 1; ///< how many there are
+    QString jsonFile;   ///< "-" for standard output, empty for none, as the others
+    QString jsonLinesFile;
     bool events = false;
     QString reportFile;
     bool quiet = false;
@@ -40,11 +43,16 @@ struct Options
     QString reportToRead; ///< of the report command
     bool reportAsJson = false;
 
-    bool jsonToStandardOutput() const { return jsonFile == QLatin1String("-"); }
-    bool showsSummary() const { return !quiet && !events && !jsonToStandardOutput(); }
+    bool takesPictures() const { return forImport || forConvert; }
+    bool usesStandardOutput() const
+    {
+        return events || jsonFile == QLatin1String("-") || jsonLinesFile == QLatin1String("-");
+    }
+    bool showsSummary() const { return !quiet && !usesStandardOutput(); }
 };
 
-/// Reads the command line. False, with the reason in one line in `error`, when it cannot be used.
+/// Reads the command line, and the files of paths that it names. False, with the reason in one line
+/// in `error`, when it cannot be used.
 bool parseOptions(int argc, char** argv, Options& options, QString& error);
 
 /// The text of --help.

@@ -27,7 +27,7 @@ QString oneLine(const QString& text)
 
 bool Plugin::load(QString& error)
 {
-    return loadModule(error) && loadHost(error);
+    return loadModule(error) && loadCommand(error);
 }
 
 bool Plugin::loadModule(QString& error)
@@ -46,13 +46,13 @@ bool Plugin::loadModule(QString& error)
     return true;
 }
 
-bool Plugin::loadHost(QString& error)
+bool Plugin::loadCommand(QString& error)
 {
-    m_host.setFileName(libraryPath(QStringLiteral("vspimport_host")));
-    m_import = reinterpret_cast<ImportFunction>(m_host.resolve("vspimportRun"));
+    m_command.setFileName(libraryPath(QStringLiteral("vspimport_command")));
+    m_import = reinterpret_cast<ImportFunction>(m_command.resolve("vspimportRun"));
     if (!m_import) {
         error = QStringLiteral("a part of the program cannot be loaded: %1")
-                    .arg(oneLine(m_host.errorString()));
+                    .arg(oneLine(m_command.errorString()));
     }
     return m_import != nullptr;
 }

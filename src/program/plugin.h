@@ -21,11 +21,11 @@ public:
 
 private:
     bool loadModule(QString& error);
-    bool loadHost(QString& error);
+    bool loadCommand(QString& error);
 
     using ImportFunction = int (*)(const Options&);
 
     QPluginLoader m_loader;
-    QLibrary m_host;
+    QLibrary m_command;
     ImportFunction m_import = nullptr;
 };

@@ -54,11 +54,11 @@ ProgressLine::~ProgressLine()
     clear();
 }
 
-void ProgressLine::show(const QString& phase, int percent, int done, const QString& path)
+void ProgressLine::show(const QString& state, const QString& path)
 {
     if (!m_enabled || (m_isShown && m_sinceDrawn.elapsed() < redrawMs))
         return;
-    const QString head = QStringLiteral("%1 %2%  %3  ").arg(phase).arg(percent, 3).arg(done);
+    const QString head = state + QStringLiteral("  ");
     const int width = qMax(terminalWidth() - columnsKept, 1);
     const int room = qMax(width - head.length(), 0);
     const QString line = head + endOf(terminalText(path), room);

@@ -12,9 +12,8 @@ public:
     explicit ProgressLine(bool enabled);
     ~ProgressLine();
 
-    /// `done` items of `phase` are done, `path` the last of them. Not drawn more often than eyes
-    /// follow.
-    void show(const QString& phase, int percent, int done, const QString& path);
+    /// `state` tells how far it is, `path` where. Not drawn more often than eyes follow.
+    void show(const QString& state, const QString& path);
 
     void clear();
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "sourcepaths.h"
 
-#include "unreadablefolders.h"
-
+#include <QtCore/QCryptographicHash>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QtEndian>
 
 namespace {
 
@@ -51,21 +51,28 @@ QString discOf(const QString& path)
 
 } // namespace
 
-SourcePaths SourcePaths::inspect(const QList<QByteArray>& paths)
+SourcePaths SourcePaths::inspect(const QList<QByteArray>& paths, int shard, int shardCount)
 {
     SourcePaths result;
     for (const QByteArray& bytes : paths) {
         const QString path = QFile::decodeName(bytes);
         const QFileInfo info(path);
         result.given.append(path);
-        if (QFile::encodeName(path) != bytes)
-            result.undecodable.append(info.absoluteFilePath());
-        else if (info.isFile() || info.isDir())
+        const bool isDecodable = QFile::encodeName(path) == bytes;
+        if (isDecodable && (info.isFile() || info.isDir()))
             result.sources.append(discOf(path));
+        else if (!isInShard(bytes, shard, shardCount))
+            continue;
+        else if (!isDecodable)
+            result.undecodable.append(info.absoluteFilePath());
         else
             (info.exists() ? result.special : result.missing).append(path);
-        if (info.isDir())
-            result.unreadable += unreadableFolders(bytes);
     }
     return result;
+}
+
+bool SourcePaths::isInShard(const QByteArray& path, int shard, int count)
+{
+    const QByteArray code = QCryptographicHash::hash(path, QCryptographicHash::Sha1);
+    return qFromBigEndian<quint64>(code.constData()) % quint64(count) == quint64(shard - 1);
 }

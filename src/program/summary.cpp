@@ -1,28 +1,34 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "summary.h"
 
-#include "cbdfile.h"
-#include "cbdinformation.h"
-#include "cbdtitle.h"
-#include "cdvdinformation.h"
-#include "cdvdtitle.h"
-#include "cimporttask.h"
-#include "cmovieinfomation.h"
-#include "errornames.h"
-#include "importsession.h"
+#include "shownpaths.h"
 #include "terminaltext.h"
+#include "vspbased/cbasicutils.h"
 
-#include <QtCore/QMap>
-#include <QtCore/QStringList>
+#include <QtCore/QFileInfo>
 
+#include <algorithm>
 #include <cmath>
 
-using namespace Vesk;
+using facts::Item;
+using facts::ItemKind;
+using facts::Movie;
 
 namespace {
 
 /// Discs made of hundreds of small titles would push everything else off the screen.
-const int mostTitlesShown = 50;
+const std::size_t mostTitlesShown = 50;
+
+/// So would more items than that.
+const int mostItemsShown = 200;
+
+const ItemKind itemKinds[] = {ItemKind::Video, ItemKind::Audio, ItemKind::Bluray, ItemKind::Dvd};
+
+QString nameOf(ItemKind kind)
+{
+    static const char* const names[] = {"video", "audio", "Blu-ray", "DVD"};
+    return QLatin1String(names[int(kind)]);
+}
 
 QString timeText(double seconds)
 {
@@ -35,23 +41,33 @@ QString timeText(double seconds)
         .arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
-QString sizeText(const CMovieInfomation* movie)
+QString bytesText(qint64 bytes)
 {
-    CStreamInfomation* video = nullptr;
-    if (!movie->findFirstStreamInfo(CStreamInfomation::StreamVideo, &video))
-        return QStringLiteral("-");
-    return QStringLiteral("%1x%2").arg(video->width()).arg(video->height());
+    return CBasicUtils::fileSizeToString(quint64(std::max<qint64>(bytes, 0)));
 }
 
-QString codecsText(const CMovieInfomation* movie)
+/// Width and height as the picture is seen: one that was turned on its side is coded lying.
+QString sizeText(const Movie& movie)
+{
+    const facts::Stream* video = movie.first(facts::StreamKind::Video);
+    if (!video)
+        return QStringLiteral("-");
+    const QStringList ratio = video->aspectRatio.split(QLatin1Char(':'));
+    const bool isShownUpright = ratio.value(0).toDouble() < ratio.value(1).toDouble();
+    const bool isTurned = isShownUpright && video->width > video->height;
+    return QStringLiteral("%1x%2")
+        .arg(isTurned ? video->height : video->width)
+        .arg(isTurned ? video->width : video->height);
+}
+
+QString codecsText(const Movie& movie)
 {
     QStringList codecs;
-    for (int i = 0; i < movie->streamCount(); ++i) {
-        const CStreamInfomation* stream = movie->stream(i);
-        const bool counts = stream->streamType() == CStreamInfomation::StreamVideo ||
-                            stream->streamType() == CStreamInfomation::StreamAudio;
-        if (counts && !stream->codecName().isEmpty() && !codecs.contains(stream->codecName()))
-            codecs.append(stream->codecName());
+    for (const facts::Stream& stream : movie.streams) {
+        const bool counts =
+            stream.kind == facts::StreamKind::Video || stream.kind == facts::StreamKind::Audio;
+        if (counts && !stream.codec.isEmpty() && !codecs.contains(stream.codec))
+            codecs.append(stream.codec);
     }
     return codecs.isEmpty() ? QStringLiteral("-") : codecs.join(QLatin1Char(','));
 }
@@ -64,120 +80,162 @@ QString columns(const QString& kind, double duration, const QString& size, const
              codecs.leftJustified(18), terminalText(name));
 }
 
-QString movieLine(const QString& kind, const CMovieInfomation* movie)
+QString titleLine(const Movie* movie, double duration, std::size_t place, std::size_t chapters,
+                  const char* more)
 {
-    return columns(kind, movie->duration(), sizeText(movie), codecsText(movie), movie->fileName());
+    const QString name = QStringLiteral("%1, %2 chapter%3%4")
+                             .arg(place + 1)
+                             .arg(chapters)
+                             .arg(QLatin1String(chapters == 1 ? "" : "s"), QLatin1String(more));
+    static const Movie none;
+    return columns(QStringLiteral(" title"), duration, sizeText(movie ? *movie : none),
+                   codecsText(movie ? *movie : none), name);
 }
 
-QString moreTitles(int count)
+QString titleLines(const Item& item)
 {
-    return count > mostTitlesShown
-               ? QStringLiteral("           … and %1 more titles\n").arg(count - mostTitlesShown)
-               : QString();
-}
-
-QString chaptersText(int count)
-{
-    return count == 1 ? QStringLiteral("1 chapter") : QStringLiteral("%1 chapters").arg(count);
-}
-
-QString dvdLines(const CDVDInformation* dvd, const QString& url)
-{
-    QString lines = columns(QStringLiteral("dvd"), 0.0, QStringLiteral("-"),
-                            dvd->isScrambled() ? QStringLiteral("scrambled") : QStringLiteral("-"),
-                            dvd->dvdName().isEmpty() ? url : dvd->dvdName());
-    for (int i = 0; i < qMin(dvd->titleCount(), mostTitlesShown); ++i) {
-        const CDVDTitle* title = dvd->title(i);
-        lines +=
-            columns(QStringLiteral(" title"), title->movieInfo()->duration(),
-                    sizeText(title->movieInfo()), codecsText(title->movieInfo()),
-                    QStringLiteral("%1, %2%3")
-                        .arg(i + 1)
-                        .arg(chaptersText(title->chapterCount()),
-                             title->isMainTitle() ? QStringLiteral(", main title") : QString()));
-    }
-    return lines + moreTitles(dvd->titleCount());
-}
-
-/// The picture and codecs of a title are those of its first clip's file; which file that is, a host
-/// learns by looking for the clip.
-const CMovieInfomation* movieOf(const CBDInformation* disc, const CBDTitle* title)
-{
-    static const CMovieInfomation none;
-    for (int i = 0; i < disc->fileCount() && title->clipCount() > 0; ++i) {
-        if (disc->file(i)->clips().contains(title->clip(0)))
-            return disc->file(i)->movieInfo();
-    }
-    return &none;
-}
-
-QString bdLines(const CBDInformation* disc, const QString& url)
-{
-    QString lines = columns(QStringLiteral("bluray"), 0.0, QStringLiteral("-"), QStringLiteral("-"),
-                            disc->bdName().isEmpty() ? url : disc->bdName());
-    for (int i = 0; i < qMin(disc->titleCount(), mostTitlesShown); ++i) {
-        const CBDTitle* title = disc->title(i);
-        const CMovieInfomation* movie = movieOf(disc, title);
-        lines +=
-            columns(QStringLiteral(" title"), title->duration(), sizeText(movie), codecsText(movie),
-                    QStringLiteral("%1, %2").arg(i + 1).arg(chaptersText(title->chapterCount())));
-    }
-    return lines + moreTitles(disc->titleCount());
-}
-
-QString taskLines(CImportTask* task)
-{
-    switch (task->taskType()) {
-    case CImportTask::VideoTask:
-        return movieLine(QStringLiteral("video"), task->movieInfo());
-    case CImportTask::AudioTask:
-        return movieLine(QStringLiteral("audio"), task->movieInfo());
-    case CImportTask::DvdTask:
-        return dvdLines(task->dvdInfo(), task->url());
-    case CImportTask::BdTask:
-        return bdLines(task->bdInfo(), task->url());
-    }
-    return QString();
-}
-
-QString errorLines(const ImportSession& session)
-{
-    QList<ImportSession::Error> errors = session.errors();
-    for (const QString& path : session.unreported())
-        errors.append({Vesk::CImportModel::ErrorImportFalsed, path});
     QString lines;
-    for (const ImportSession::Error& error : errors) {
-        lines += QStringLiteral("  %1: %2\n")
-                     .arg(terminalText(error.path), QLatin1String(errorName(error.type).reason));
+    const std::size_t count = std::max(item.dvd.titles.size(), item.bluray.titles.size());
+    for (std::size_t i = 0; i < std::min(count, mostTitlesShown); ++i) {
+        if (item.kind == ItemKind::Dvd) {
+            const facts::DvdTitle& title = item.dvd.titles[i];
+            lines += titleLine(&title.movie, title.movie.duration, i, title.chapters.size(),
+                               title.isMain ? ", main title" : "");
+        } else {
+            const facts::BlurayTitle& title = item.bluray.titles[i];
+            lines +=
+                titleLine(item.bluray.movieOf(title), title.duration, i, title.chapters.size(), "");
+        }
     }
-    return lines.isEmpty() ? lines : QStringLiteral("\nNot imported:\n") + lines;
+    if (count > mostTitlesShown)
+        lines += QStringLiteral("           … and %1 more titles\n").arg(count - mostTitlesShown);
+    return lines;
 }
 
-QString countLine(const ImportSession& session)
+QString itemLines(const Item& item, const QString& path)
 {
-    static const char* const kinds[] = {"video", "audio", "Blu-ray", "DVD"};
-    QMap<int, int> counts;
-    for (const auto& task : session.tasks())
-        ++counts[task->taskType()];
+    if (!item.isDisc()) {
+        return columns(nameOf(item.kind), item.movie.duration, sizeText(item.movie),
+                       codecsText(item.movie), path);
+    }
+    // The disc's own name, where that is another than the folder's.
+    const QString name = item.name();
+    const bool isShown = path.isEmpty() || QFileInfo(path).fileName() == name;
+    const QString named = isShown ? path : QStringLiteral("%1 (%2)").arg(path, name);
+    return columns(nameOf(item.kind), 0.0, QStringLiteral("-"),
+                   QLatin1String(item.dvd.isScrambled ? "scrambled" : "-"),
+                   path.isEmpty() ? name : named) +
+           titleLines(item);
+}
+
+/// What a folder, or all of it, comes to: "3 video, 1 DVD".
+QString countsText(const int (&counts)[4])
+{
     QStringList parts;
-    for (auto it = counts.constBegin(); it != counts.constEnd(); ++it)
-        parts.append(QStringLiteral("%1 %2").arg(it.value()).arg(QLatin1String(kinds[it.key()])));
-    QString line = QStringLiteral("\n%1 imported").arg(session.tasks().size());
-    if (!parts.isEmpty())
-        line += QStringLiteral(" (%1)").arg(parts.join(QStringLiteral(", ")));
-    const int failed = session.errors().size() + session.unreported().size();
+    for (const ItemKind kind : itemKinds) {
+        if (counts[int(kind)] > 0)
+            parts.append(QStringLiteral("%1 %2").arg(counts[int(kind)]).arg(nameOf(kind)));
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
+using ItemsByPath = std::vector<std::pair<QString, const Item*>>;
+
+ItemsByPath sorted(const ImportResult& result, const ShownPaths& paths)
+{
+    ItemsByPath items;
+    for (const auto& item : result.items())
+        items.emplace_back(paths.shown(item->sourcePath()), item.get());
+    std::sort(items.begin(), items.end(),
+              [](const auto& a, const auto& b) { return a.first < b.first; });
+    return items;
+}
+
+QString folderLines(const ItemsByPath& items)
+{
+    QMap<QString, ImportResult::Sums> folders;
+    for (const auto& entry : items) {
+        ImportResult::Sums& sums = folders[QFileInfo(entry.first).path()];
+        ++sums.byKind[int(entry.second->kind)];
+        sums.duration += entry.second->duration();
+        sums.bytes += entry.second->bytes;
+    }
+    QString lines;
+    for (auto it = folders.constBegin(); it != folders.constEnd(); ++it) {
+        lines += QStringLiteral("%1  %2  %3  %4\n")
+                     .arg(timeText(it->duration).rightJustified(9),
+                          bytesText(it->bytes).rightJustified(9),
+                          countsText(it->byKind).leftJustified(22), terminalText(it.key()));
+    }
+    return lines;
+}
+
+QString failureLines(const ImportResult& result, const ShownPaths& paths)
+{
+    QStringList lines;
+    for (const ImportResult::Failure& failure : result.failures()) {
+        lines += QStringLiteral("  %1: %2\n")
+                     .arg(terminalText(paths.shown(failure.path)), terminalText(failure.reason));
+    }
+    lines.sort();
+    return lines.isEmpty() ? QString()
+                           : QStringLiteral("\nNot imported:\n") + lines.join(QString());
+}
+
+/// "300 of other kinds: .jpg 200, .nfo 100", the many first.
+QString otherKindsLine(const ImportResult& result)
+{
+    std::vector<std::pair<int, QString>> kinds;
+    int all = 0;
+    for (auto it = result.otherKinds().constBegin(); it != result.otherKinds().constEnd(); ++it) {
+        kinds.emplace_back(-it.value(), it.key());
+        all += it.value();
+    }
+    if (kinds.empty())
+        return QString();
+    std::sort(kinds.begin(), kinds.end());
+    QStringList parts;
+    for (const auto& kind : kinds) {
+        const QString name =
+            kind.second.isEmpty() ? QStringLiteral("without suffix") : '.' + kind.second;
+        parts.append(QStringLiteral("%1 %2").arg(terminalText(name)).arg(-kind.first));
+    }
+    return QStringLiteral("\n%1 of other kinds: %2\n")
+        .arg(all)
+        .arg(parts.join(QStringLiteral(", ")));
+}
+
+QString sumsLine(const ImportResult& result)
+{
+    const ImportResult::Sums& sums = result.sums();
+    QString line = QStringLiteral("\n%1 imported").arg(sums.items);
+    if (sums.items > 0)
+        line += QStringLiteral(" (%1)").arg(countsText(sums.byKind));
+    const std::size_t failed = result.failures().size();
     if (failed > 0)
         line += QStringLiteral(", %1 not").arg(failed);
-    return line + (session.wasStopped() ? QStringLiteral(", stopped\n") : QStringLiteral("\n"));
+    if (sums.items > 0) {
+        line += QStringLiteral(", %1, %2").arg(timeText(sums.duration), bytesText(sums.bytes));
+    }
+    return line + QLatin1String(result.stopped ? ", stopped\n" : "\n");
 }
 
 } // namespace
 
-QString summaryOf(const ImportSession& session)
+QString summaryOf(const ImportResult& result, const QStringList& sources,
+                  const QString& pictureFolder, bool mayGroup)
 {
+    const ShownPaths paths(sources);
+    const ItemsByPath items = sorted(result, paths);
     QString text;
-    for (const auto& task : session.tasks())
-        text += taskLines(task.get());
-    text += errorLines(session) + countLine(session);
+    if (mayGroup && result.items().size() > mostItemsShown) {
+        text = folderLines(items);
+    } else {
+        for (const auto& item : items)
+            text += itemLines(*item.second, item.first);
+    }
+    text += failureLines(result, paths) + otherKindsLine(result) + sumsLine(result);
+    if (!pictureFolder.isEmpty())
+        text += QStringLiteral("Pictures: %1\n").arg(terminalText(pictureFolder));
     return text.startsWith(QLatin1Char('\n')) ? text.mid(1) : text;
 }

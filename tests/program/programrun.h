@@ -44,7 +44,7 @@ public:
     /// What is left in the temporary folder.
     QStringList leftBehind() const { return filesBelow(path("temporary")); }
     /// Names of the pictures, sorted.
-    QStringList pictures() const { return filesBelow(path("pictures")); }
+    QStringList pictures() const { return filesBelow(path("pictures")).filter(".jpg"); }
 
     QByteArray output; ///< of the last run
     QByteArray errorOutput;

@@ -96,10 +96,9 @@ private Q_SLOTS:
         const QString clip = program.file("clip.mp4", smallVideo());
         program.import({clip});
         const QString picture = program.path("pictures/" + program.pictures().value(0));
-        const QByteArray kept("\xff\xd8 kept \xff\xd9");
-        writeFile(picture, kept);
+        const QDateTime taken = QFileInfo(picture).lastModified();
         const QJsonObject result = program.import({clip});
-        QCOMPARE(contentOf(picture), kept);
+        QCOMPARE(QFileInfo(picture).lastModified(), taken);
         QCOMPARE(pictureOf(ProgramRun::task(result, clip)), picture);
     }
 
@@ -194,7 +193,7 @@ private Q_SLOTS:
         for (const QString& file : files)
             QVERIFY(QFile::exists(pictureOf(ProgramRun::task(result, file))));
         // A name does not break the line that it is shown on.
-        QCOMPARE(program.output.count('\n'), files.size() + 2);
+        QCOMPARE(program.output.count('\n'), files.size() + 3);
 
         // Some are no text.
         program.file("good.mp4", smallVideo());
@@ -229,8 +228,8 @@ private Q_SLOTS:
         QCOMPARE(program.pictures().size(), 1);
 
         makeLibrary(program.path("library"), 300);
-        QCOMPARE(program.shell("ulimit -n 64; $vspimport library | tail -1"), 0);
-        QCOMPARE(program.output, QByteArray("300 imported (300 video)\n"));
+        QCOMPARE(program.shell("ulimit -n 64; $vspimport library | grep imported"), 0);
+        QCOMPARE(program.output, QByteArray("300 imported (300 video), 0:00:12, 2.51 MB\n"));
         QCOMPARE(program.pictures().size(), 301);
     }
 

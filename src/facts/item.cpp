@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "item.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFileInfo>
+
+#include <algorithm>
+
+namespace facts {
+
+namespace {
+
+/// Calls `use` with each picture of `item`, chapters' files as pictures without URL.
+template <typename ItemType, typename Use>
+void forEachPicture(ItemType& item, Use use)
+{
+    use(item.movie.picture.file, item.movie.picture.url);
+    QString none;
+    for (auto& title : item.dvd.titles) {
+        use(title.movie.picture.file, title.movie.picture.url);
+        for (auto& chapter : title.chapters)
+            use(chapter.pictureFile, none);
+    }
+    for (auto& file : item.bluray.files) {
+        for (auto& clip : file.clips)
+            use(clip.file, clip.url);
+    }
+}
+
+template <typename Titles, typename Duration>
+double longest(const Titles& titles, Duration durationOf)
+{
+    double duration = 0.0;
+    for (const auto& title : titles)
+        duration = std::max(duration, durationOf(title));
+    return duration;
+}
+
+} // namespace
+
+const Stream* Movie::first(StreamKind kind) const
+{
+    const auto found = std::find_if(streams.begin(), streams.end(),
+                                    [kind](const Stream& stream) { return stream.kind == kind; });
+    return found == streams.end() ? nullptr : &*found;
+}
+
+const Movie* Bluray::movieOf(const BlurayTitle& title) const
+{
+    const bool plays = !title.clips.empty() && std::size_t(title.clips.front().file) < files.size();
+    return plays ? &files[std::size_t(title.clips.front().file)].movie : nullptr;
+}
+
+QString Item::sourcePath() const
+{
+    return path.length() > 1 && path.endsWith(QLatin1Char('/')) ? path.chopped(1) : path;
+}
+
+QString Item::name() const
+{
+    const QString& disc = kind == ItemKind::Dvd ? dvd.name : bluray.name;
+    if (isDisc() && !disc.isEmpty())
+        return disc;
+    return QFileInfo(sourcePath()).fileName();
+}
+
+double Item::duration() const
+{
+    switch (kind) {
+    case ItemKind::Dvd: {
+        const auto main = std::find_if(dvd.titles.begin(), dvd.titles.end(),
+                                       [](const DvdTitle& title) { return title.isMain; });
+        if (main != dvd.titles.end())
+            return main->movie.duration;
+        return longest(dvd.titles, [](const DvdTitle& title) { return title.movie.duration; });
+    }
+    case ItemKind::Bluray:
+        return longest(bluray.titles, [](const BlurayTitle& title) { return title.duration; });
+    default:
+        return movie.duration;
+    }
+}
+
+std::vector<QString> Item::pictureFiles() const
+{
+    std::vector<QString> files;
+    forEachPicture(*this, [&files](const QString& file, const QString&) {
+        if (!file.isEmpty())
+            files.push_back(file);
+    });
+    std::sort(files.begin(), files.end());
+    files.erase(std::unique(files.begin(), files.end()), files.end());
+    return files;
+}
+
+void Item::dropPictures()
+{
+    forEachPicture(*this, [](QString& file, QString& url) {
+        file.clear();
+        url.clear();
+    });
+}
+
+} // namespace facts

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "checkedimport.h"
+
+#include "cimportcontext.h"
+
+#include <QtCore/QDir>
+
+#include <algorithm>
+
+using Vesk::CImportContext;
+
+namespace {
+
+/// Another process may take a picture of the same name while one is imported again.
+const int mostRounds = 3;
+
+} // namespace
+
+CheckedImport::CheckedImport(ImportSession::Receiver receiver)
+    : m_receiver(std::move(receiver))
+    , m_session([this](const ImportEvent& event) { receive(event); })
+    , m_repeated([this](const ImportEvent& event) { m_repeatedReceiver(event); })
+{}
+
+CheckedImport::~CheckedImport() = default;
+
+bool CheckedImport::run(const ImportRequest& request)
+{
+    m_request = request;
+    m_folder = CImportContext::instance()->configDir();
+    if (request.takesPictures() && !m_index && QDir(m_folder).exists())
+        m_index = std::make_unique<PictureIndex>(m_folder);
+    if (!m_session.start(request))
+        return false;
+    m_loop.exec();
+    for (int round = 0; round < mostRounds && !m_again.empty() && !m_stopped; ++round)
+        importAgain();
+    for (Again& again : m_again)
+        giveUp(again);
+    m_again.clear();
+    m_receiver({ImportEvent::Finished});
+    return true;
+}
+
+void CheckedImport::stop()
+{
+    m_stopped = true;
+    m_session.stop();
+    m_repeated.stop();
+}
+
+void CheckedImport::receive(const ImportEvent& event)
+{
+    if (event.kind == ImportEvent::Finished)
+        m_loop.quit();
+    else if (event.kind != ImportEvent::Ready || isOwn(event))
+        m_receiver(event);
+}
+
+bool CheckedImport::isOwn(const ImportEvent& ready)
+{
+    if (!m_index)
+        return true;
+    switch (m_index->check(*ready.item, ready.picturesSince)) {
+    case PictureIndex::Own:
+        return true;
+    case PictureIndex::Unknown:
+        m_index->removeUnknown(*ready.item);
+        m_again.push_back({ready, m_folder});
+        return false;
+    case PictureIndex::Anothers:
+        m_index->removeOutdated(*ready.item);
+        m_again.push_back({ready, m_index->folderOf(*ready.item)});
+        return false;
+    }
+    return true;
+}
+
+/// One import for all of them: the folder is changed between two items.
+void CheckedImport::importAgain()
+{
+    std::vector<Again> left = std::move(m_again);
+    m_again.clear();
+    ImportRequest request = m_request;
+    request.sources.clear();
+    std::map<QString, QString> folders;
+    for (const Again& again : left) {
+        request.sources.append(again.ready.item->sourcePath());
+        folders[again.ready.item->path] = again.folder;
+    }
+    request.beforePictures = [&folders](const QString& path) {
+        CImportContext::instance()->setConfigDir(folders[path]);
+    };
+    m_repeatedReceiver = [this, &left](const ImportEvent& event) { receiveAgain(event, left); };
+    if (m_repeated.start(request))
+        m_loop.exec();
+    CImportContext::instance()->setConfigDir(m_folder);
+    for (Again& gone : left)
+        giveUp(gone);
+}
+
+void CheckedImport::receiveAgain(const ImportEvent& event, std::vector<Again>& left)
+{
+    if (event.kind == ImportEvent::Finished)
+        m_loop.quit();
+    if (event.kind != ImportEvent::Ready)
+        return;
+    const auto first = std::find_if(left.begin(), left.end(), [&event](const Again& again) {
+        return again.ready.item->path == event.item->path;
+    });
+    if (first == left.end())
+        return;
+    ImportEvent ready = event;
+    ready.value = first->ready.value;
+    left.erase(first);
+    if (isOwn(ready))
+        m_receiver(ready);
+}
+
+/// Better no picture than another's.
+void CheckedImport::giveUp(Again& again)
+{
+    again.ready.item->dropPictures();
+    m_receiver(again.ready);
+}

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "importsession.h"
+
+#include "cimportcontext.h"
+#include "cimportsource.h"
+#include "cimporttask.h"
+#include "facts/readitem.h"
+#include "pictureindex.h"
+#include "startgate.h"
+#include "vspavbased/enginecontrol.h"
+
+using Vesk::CImportContext;
+using Vesk::CImportModel;
+using Vesk::CImportReply;
+using Vesk::CImportSource;
+using Vesk::CImportTask;
+
+/// The import's thread calls its operations from direct connections; the session's thread once
+/// that has ended.
+struct ImportSession::Worker
+{
+    Worker(ImportSession& owner, const ImportRequest& what)
+        : session(owner)
+        , request(what)
+        , clock(PictureIndex::clockFile(CImportContext::instance()->configDir()))
+    {}
+
+    void found(CImportTask* task)
+    {
+        tasks.emplace_back(task);
+        session.post({ImportEvent::Found, task->url()});
+        if (!request.takesPictures())
+            ready();
+    }
+
+    void pictured(CImportTask* task)
+    {
+        session.post({ImportEvent::Pictured, task->url()});
+        ready();
+        prepareNext();
+    }
+
+    /// Before the pictures of the next task, if there is one.
+    void prepareNext()
+    {
+        if (read == tasks.size())
+            return;
+        picturesSince = clock.now();
+        if (request.beforePictures)
+            request.beforePictures(tasks[read]->url());
+    }
+
+    /// The next task has all that it will have.
+    void ready()
+    {
+        ImportEvent event(ImportEvent::Ready, tasks[read]->url(), int(read));
+        event.item = std::make_shared<facts::Item>(facts::readItem(tasks[read].get()));
+        event.picturesSince = picturesSince;
+        ++read;
+        session.post(std::move(event));
+    }
+
+    ImportSession& session;
+    const ImportRequest request;
+    const FileClock clock;
+    std::vector<std::unique_ptr<CImportTask>> tasks;
+    std::size_t read = 0; ///< how many of them
+    FileTime picturesSince = 0;
+};
+
+ImportSession::ImportSession(Receiver receiver)
+    : m_receiver(std::move(receiver))
+{
+    connect(&m_model, SIGNAL(importError(int, QString)), this, SLOT(onImportError(int, QString)),
+            Qt::DirectConnection);
+}
+
+/// The reply first: its thread uses all the rest.
+ImportSession::~ImportSession()
+{
+    m_reply.reset();
+}
+
+bool ImportSession::start(const ImportRequest& request)
+{
+    CImportSource source;
+    source.setSources(request.sources);
+    source.setForImport(request.forImport);
+    source.setForPlay(request.forPlay);
+    source.setForConvert(request.forConvert);
+    m_worker = std::make_shared<Worker>(*this, request);
+    const std::lock_guard<std::recursive_mutex> hold(startGate());
+    m_reply.reset(m_model.open(source));
+    if (m_reply)
+        connectReply();
+    return !m_reply.isNull();
+}
+
+/// All of it directly: percentages are read as they are signalled, since the reply may be further
+/// by the time that a queued signal arrives, and tasks while they are at rest.
+void ImportSession::connectReply()
+{
+    CImportReply* reply = m_reply.data();
+    Worker* worker = m_worker.get();
+    const auto onThread = [this, reply](auto signal, auto slot) {
+        connect(reply, signal, this, slot, Qt::DirectConnection);
+    };
+    onThread(&CImportReply::taskProcess,
+             [worker](CImportTask* task, CImportReply::ProcessType type) {
+                 if (type == CImportReply::ImportDone)
+                     worker->found(task);
+                 else
+                     worker->pictured(task);
+             });
+    onThread(&CImportReply::importUrl, [this](const QString& path) {
+        post({ImportEvent::Seen, path});
+    });
+    onThread(&CImportReply::importPercentChanged, [this, reply] {
+        post({ImportEvent::ImportPercent, {}, reply->importPercent()});
+    });
+    onThread(&CImportReply::importFinished, [this, worker] {
+        post({ImportEvent::ImportFinished});
+        if (worker->request.takesPictures())
+            worker->prepareNext();
+    });
+    onThread(&CImportReply::snapPercentChanged, [this, reply] {
+        post({ImportEvent::PicturePercent, {}, reply->snapPercent()});
+    });
+    onThread(&CImportReply::snapFinished, [this] { post({ImportEvent::PicturesFinished}); });
+    // Not from within, since it deletes the reply.
+    connect(reply, SIGNAL(finished()), this, SLOT(onFinished()), Qt::QueuedConnection);
+}
+
+void ImportSession::stop()
+{
+    if (m_reply)
+        m_reply->exit();
+    AVBased::stopEngine(); // the item at hand may take as long as its deadlines
+}
+
+void ImportSession::reportFailure(const QString& path)
+{
+    m_model.importErrorProc(CImportModel::ErrorImportFalsed, path);
+}
+
+bool ImportSession::saveReport(QIODevice* device)
+{
+    return m_model.saveReport(device);
+}
+
+/// On the thread that reports it.
+void ImportSession::onImportError(int type, const QString& path)
+{
+    post({ImportEvent::Failed, path, type});
+}
+
+/// A task that was not signalled once more, since the import was stopped, is read now.
+void ImportSession::onFinished()
+{
+    m_reply->wait();
+    while (m_worker->read < m_worker->tasks.size())
+        m_worker->ready();
+    m_reply.reset();
+    m_worker.reset();
+    post({ImportEvent::Finished});
+}
+
+void ImportSession::post(ImportEvent event)
+{
+    QMetaObject::invokeMethod(
+        this, [this, event = std::move(event)] { m_receiver(event); }, Qt::QueuedConnection);
+}

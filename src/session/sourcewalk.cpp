@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "sourcewalk.h"
+
+#include <QtCore/QFile>
+
+#include <cerrno>
+#include <dirent.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace {
+
+struct CloseFolder
+{
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+bool exists(const QByteArray& path)
+{
+    struct stat status = {};
+    return ::stat(path.constData(), &status) == 0;
+}
+
+bool isDisc(const QByteArray& folder)
+{
+    return exists(folder + "/VIDEO_TS") || exists(folder + "/BDMV") || exists(folder + "/BDAV");
+}
+
+QByteArray below(const QByteArray& folder, const QByteArray& name)
+{
+    return folder.endsWith('/') ? folder + name : folder + '/' + name;
+}
+
+} // namespace
+
+SourceWalk::SourceWalk(const QStringList& sources)
+    : m_sources(sources)
+{}
+
+bool SourceWalk::next(QByteArray& path)
+{
+    while (true) {
+        while (!m_folders.empty()) {
+            Folder& folder = m_folders.back();
+            if (folder.done == folder.names.size()) {
+                m_folders.pop_back();
+                continue;
+            }
+            path = below(folder.path, folder.names[folder.done++]);
+            if (isItem(path))
+                return true;
+        }
+        if (m_done == m_sources.size())
+            return false;
+        m_walked.clear();
+        path = QFile::encodeName(m_sources.at(m_done++));
+        if (isItem(path))
+            return true;
+    }
+}
+
+bool SourceWalk::isItem(const QByteArray& path)
+{
+    struct stat status = {};
+    if (::stat(path.constData(), &status) != 0)
+        return false;
+    if (!S_ISDIR(status.st_mode))
+        return S_ISREG(status.st_mode);
+    // A link may lead back into its own tree.
+    if (!m_walked.emplace(status.st_dev, status.st_ino).second)
+        return false;
+    if (isDisc(path))
+        return true;
+    enter(path);
+    return false;
+}
+
+/// The names are taken as a whole, so that the depth of the tree costs no open files.
+void SourceWalk::enter(const QByteArray& path)
+{
+    Folder entered;
+    entered.path = path;
+    const std::unique_ptr<DIR, CloseFolder> folder(opendir(path.constData()));
+    if (!folder && errno != ENOENT)
+        m_unreadable.append(QFile::decodeName(path));
+    while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+        if (entry->d_name[0] != '.') // the import passes over what is hidden
+            entered.names.emplace_back(entry->d_name);
+    }
+    m_folders.push_back(std::move(entered));
+}
