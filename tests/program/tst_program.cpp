@@ -229,7 +229,7 @@ private Q_SLOTS:
 
         makeLibrary(program.path("library"), 300);
         QCOMPARE(program.shell("ulimit -n 64; $vspimport library | grep imported"), 0);
-        QCOMPARE(program.output, QByteArray("300 imported (300 video), 0:00:12, 2.51 MB\n"));
+        QVERIFY(program.output.startsWith("300 imported (300 video), "));
         QCOMPARE(program.pictures().size(), 301);
     }
 
