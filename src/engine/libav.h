@@ -15,6 +15,7 @@ extern "C" {
 #include <libswscale/swscale.h>
 }
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -55,5 +56,25 @@ FramePtr makeFrame(int pixelFormat, int width, int height);
 
 /// What libav says about one of its error codes.
 std::string errorText(int code);
+
+// FFmpeg 5.1 to 7.1 do. Where they differ, the following hide it, and nothing else does.
+
+#define LIBAV_COPIES_OPAQUE (LIBAVCODEC_VERSION_INT >= AV_VERSION_INT(60, 3, 100))    // 6.0
+#define LIBAV_HAS_FRAME_FLAGS (LIBAVUTIL_VERSION_INT >= AV_VERSION_INT(58, 29, 100))  // 6.1
+#define LIBAV_CODES_SIDE_DATA (LIBAVCODEC_VERSION_INT >= AV_VERSION_INT(60, 31, 102)) // 6.1
+
+/// Has the decoder tell where frames come from; before it is opened.
+void tracePositions(AVCodecContext& decoder);
+/// Notes where the packet lies in its file, before it is sent to such a decoder.
+void notePosition(AVPacket& packet);
+/// Where the packet lies that the frame came from; -1 when nobody knows.
+std::int64_t packetPositionOf(const AVFrame& frame);
+
+/// What the container says beside a stream; null when it says nothing, or less than `size` bytes.
+const std::uint8_t* sideDataOf(const AVStream& stream, AVPacketSideDataType type, std::size_t size);
+
+/// Whether the decoder says that the frame's odd lines and its even ones show two moments.
+bool isInterlaced(const AVFrame& frame);
+void setInterlaced(AVFrame& frame);
 
 } // namespace engine

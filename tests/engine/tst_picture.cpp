@@ -170,7 +170,7 @@ private Q_SLOTS:
         for (const auto format : {AV_PIX_FMT_YUV420P, AV_PIX_FMT_NV12, AV_PIX_FMT_YUYV422,
                                   AV_PIX_FMT_YUV422P10, AV_PIX_FMT_GBRP}) {
             IAVFrame frame = flatFrame(format, {60, 90, 170}, {200, 150, 100});
-            frame.picture->interlaced_frame = 1;
+            engine::setInterlaced(*frame.picture);
             for (const int height : {24, 48, 75}) {
                 const QImage picture = pictureOf(&frame, height * 17 / 12, height);
                 for (int y = 1; y < height; ++y)
@@ -181,7 +181,7 @@ private Q_SLOTS:
         for (int i = 0; i < 48 * 320; ++i)
             still.picture->data[0][i] = std::uint8_t(16 + i / 320 * 4);
         const QImage whole = pictureOf(&still, 68, 48).copy(0, 0, 68, 47);
-        still.picture->interlaced_frame = 1;
+        engine::setInterlaced(*still.picture);
         QCOMPARE(pictureOf(&still, 68, 48).copy(0, 0, 68, 47), whole);
     }
 

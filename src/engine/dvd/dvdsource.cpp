@@ -132,8 +132,9 @@ std::optional<Ticks> DvdSource::timeOf(const AVFrame& picture)
 {
     const std::int64_t stamp =
         picture.pts != AV_NOPTS_VALUE ? picture.pts : picture.best_effort_timestamp;
-    if (stamp != AV_NOPTS_VALUE && picture.pkt_pos >= 0)
-        return m_clock.timeOf(static_cast<std::uint64_t>(picture.pkt_pos) / sectorSize, stamp);
+    const std::int64_t position = packetPositionOf(picture);
+    if (stamp != AV_NOPTS_VALUE && position >= 0)
+        return m_clock.timeOf(static_cast<std::uint64_t>(position) / sectorSize, stamp);
     if (!m_lastTime)
         return std::nullopt;
     return *m_lastTime + pictureDuration();

@@ -146,6 +146,7 @@ void FrameReader::completePosition()
     if (m_packet->pos < 0)
         m_packet->pos = m_lastPosition;
     m_lastPosition = m_packet->pos;
+    notePosition(*m_packet);
 }
 
 } // namespace engine

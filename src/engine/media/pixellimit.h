@@ -3,6 +3,7 @@
 
 #include "libav.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace engine {

@@ -29,7 +29,7 @@ bool isProtectedStream(const AVStream* stream)
     const std::uint32_t tag = stream->codecpar->codec_tag;
     return tag == MKTAG('d', 'r', 'm', 's') || tag == MKTAG('d', 'r', 'm', 'i') ||
            hasAnyKey(stream->metadata, streamKeys) ||
-           av_stream_get_side_data(stream, AV_PKT_DATA_ENCRYPTION_INIT_INFO, nullptr);
+           sideDataOf(*stream, AV_PKT_DATA_ENCRYPTION_INIT_INFO, 0);
 }
 
 bool isMp4(const AVFormatContext& context)

@@ -176,8 +176,8 @@ std::vector<VideoTrack> videoTracks(AVFormatContext& context)
         track.demuxerId = stream.id;
         track.parameters = copyParameters(*stream.codecpar);
         track.pixelAspect = pixelAspectOf(context, stream);
-        track.orientation = Orientation::fromDisplayMatrix(reinterpret_cast<std::int32_t*>(
-            av_stream_get_side_data(&stream, AV_PKT_DATA_DISPLAYMATRIX, nullptr)));
+        track.orientation = Orientation::fromDisplayMatrix(reinterpret_cast<const std::int32_t*>(
+            sideDataOf(stream, AV_PKT_DATA_DISPLAYMATRIX, 9 * sizeof(std::int32_t))));
         tracks.push_back(std::move(track));
     }
     return tracks;

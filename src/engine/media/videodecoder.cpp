@@ -46,6 +46,7 @@ std::unique_ptr<VideoDecoder> VideoDecoder::open(const AVCodecParameters& parame
         return nullptr;
     context->pkt_timebase = timeBase;
     context->max_pixels = mostPixels(parameters.codec_id);
+    tracePositions(*context);
     // A few frames a file: threads would cost more than they give.
     context->thread_count = 1;
     const int result = avcodec_open2(context.get(), codec, nullptr);

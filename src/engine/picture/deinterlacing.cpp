@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -134,15 +135,6 @@ FramePtr withLinesMadeAnew(const AVFrame& frame, const AVPixFmtDescriptor& forma
 }
 
 } // namespace
-
-bool isInterlaced(const AVFrame& frame)
-{
-#ifdef AV_FRAME_FLAG_INTERLACED
-    return frame.flags & AV_FRAME_FLAG_INTERLACED;
-#else
-    return frame.interlaced_frame;
-#endif
-}
 
 FramePtr deinterlaced(const AVFrame& frame, int height)
 {

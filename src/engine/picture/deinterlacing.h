@@ -5,9 +5,6 @@
 
 namespace engine {
 
-/// Whether the decoder says that the frame's odd lines and its even ones show two moments.
-bool isInterlaced(const AVFrame& frame);
-
 /// What `frame`, an interlaced one, shows in one moment, for a picture of `height` lines. The
 /// frame's upper field is enough for small pictures and shares its pixels; for others the lines
 /// between are made anew where the two fields disagree.

@@ -186,15 +186,18 @@ void ImageConverter::preparePlanes(AVPixelFormat format, int width, int height)
 
 /// Scales `shown` into m_planes, of whatever matrix and range it is. For planes swscale works out
 /// the colour of each pixel by itself; in packed ones two share one, by tables that turn grey into
-/// magenta.
+/// magenta. Where nothing is scaled some releases have a shortcut that gives the last columns of
+/// widths like 180 the colours of others; rounding accurately, they do not take it.
 bool ImageConverter::fillPlanes(const AVFrame& shown, int matrix, bool isFullRange)
 {
     const AVPixelFormat from = plainFormat(shown.format);
     if (!sws_isSupportedInput(from))
         return false;
+    const bool isScaled = shown.width != m_planes->width || shown.height != m_planes->height;
     m_scaler.reset(sws_getCachedContext(
         m_scaler.release(), shown.width, shown.height, from, m_planes->width, m_planes->height,
-        static_cast<AVPixelFormat>(m_planes->format), SWS_BILINEAR, nullptr, nullptr, nullptr));
+        static_cast<AVPixelFormat>(m_planes->format),
+        isScaled ? SWS_BILINEAR : SWS_BILINEAR | SWS_ACCURATE_RND, nullptr, nullptr, nullptr));
     if (!m_scaler)
         return false;
     constexpr int neutral = 1 << 16;

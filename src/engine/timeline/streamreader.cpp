@@ -124,7 +124,7 @@ std::optional<std::int64_t> StreamReader::positionOf(const AVFrame& frame) const
 {
     if (frame.best_effort_timestamp == AV_NOPTS_VALUE)
         return std::nullopt;
-    const std::size_t sequence = sequenceAtByte(frame.pkt_pos);
+    const std::size_t sequence = sequenceAtByte(packetPositionOf(frame));
     const std::int64_t time =
         av_rescale_q(frame.best_effort_timestamp, m_reader->stream().time_base, blurayTickBase);
     return m_clip.offsetOf(sequence) + av_sat_sub64(time, m_clip.sequences[sequence].start);
