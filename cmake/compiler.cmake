@@ -1,14 +1,21 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# What all targets are compiled with.
+# What all targets here are compiled with. All of it ends with this folder: a project that takes this
+# one in as a part keeps its own ways.
 
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-if(NOT CMAKE_BUILD_TYPE)
-    set(CMAKE_BUILD_TYPE Release)
+if(PROJECT_IS_TOP_LEVEL)
+    set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+    if(NOT CMAKE_BUILD_TYPE)
+        set(CMAKE_BUILD_TYPE Release)
+    endif()
+    find_program(CCACHE ccache)
+    if(CCACHE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+    endif()
 endif()
 
 option(VSPIMPORT_ASSERTIONS "Keep assertions, those of the libraries included" OFF)
@@ -32,9 +39,4 @@ if(VSPIMPORT_SANITIZE)
 endif()
 if(VSPIMPORT_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link)
-endif()
-
-find_program(CCACHE ccache)
-if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()

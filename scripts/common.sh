@@ -10,8 +10,11 @@ build_packages=(
 )
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format
-    clang-tidy libclang-rt-dev llvm
+    clang-tidy libclang-rt-dev llvm qt6-base-dev
 )
+
+# What two builds have in common is compiled once.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=1
 
 fail() {
     echo "$0: $*" >&2

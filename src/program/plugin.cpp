@@ -4,18 +4,14 @@
 #include "vsplugin/cabstractplugin.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QFileInfo>
 
 namespace {
 
-/// The library `name` where it lies when installed, else where it lies when built.
-QString libraryPath(const QString& name)
+/// The library `name` in `folder`, which is given as the way there from the program's own folder.
+QString libraryPath(const char* folder, const char* name)
 {
-    const QString program = QCoreApplication::applicationDirPath();
-    const QString installed =
-        program + QStringLiteral("/../" VSPIMPORT_LIBDIR "/lib%1.so").arg(name);
-    return QFileInfo::exists(installed) ? installed
-                                        : program + QStringLiteral("/../lib/lib%1.so").arg(name);
+    return QStringLiteral("%1/%2/lib%3.so")
+        .arg(QCoreApplication::applicationDirPath(), QLatin1String(folder), QLatin1String(name));
 }
 
 QString oneLine(const QString& text)
@@ -32,7 +28,7 @@ bool Plugin::load(QString& error)
 
 bool Plugin::loadModule(QString& error)
 {
-    m_loader.setFileName(libraryPath(QStringLiteral("vspimport")));
+    m_loader.setFileName(libraryPath(VSPIMPORT_PLUGINS, "vspimport"));
     auto* plugin = qobject_cast<Vesk::CAbstractPlugin*>(m_loader.instance());
     if (!plugin) {
         error = QStringLiteral("the import plug-in cannot be loaded: %1")
@@ -48,7 +44,7 @@ bool Plugin::loadModule(QString& error)
 
 bool Plugin::loadCommand(QString& error)
 {
-    m_command.setFileName(libraryPath(QStringLiteral("vspimport_command")));
+    m_command.setFileName(libraryPath(VSPIMPORT_PARTS, "vspimport_command"));
     m_import = reinterpret_cast<ImportFunction>(m_command.resolve("vspimportRun"));
     if (!m_import) {
         error = QStringLiteral("a part of the program cannot be loaded: %1")

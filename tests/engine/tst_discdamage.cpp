@@ -67,7 +67,7 @@ QByteArray damaged(QByteArray bytes, int header, int end, std::mt19937& random)
         for (int i = 0; i < count; ++i)
             bytes[from + below(to - from)] = random() % 2 ? extremes[random() % 5] : char(random());
     };
-    const int size = std::min(bytes.size(), end);
+    const int size = std::min(int(bytes.size()), end);
     switch (below(5)) {
     case 0:
         bytes.truncate(below(bytes.size()));

@@ -3,6 +3,7 @@
 
 #include "fakeengine.h"
 
+#include <QtCore/QIODevice>
 #include <QtCore/QTextStream>
 
 #include <utility>

@@ -298,11 +298,10 @@ private Q_SLOTS:
     {
         // The program, with all but the plug-in where it looks for it.
         ProgramRun program;
-        const QFileInfo plugin(PLUGIN);
-        copyFolder(plugin.path(), program.path("lib"));
+        copyFolder(LIBRARIES, program.path("lib"));
         QVERIFY(QDir().mkpath(program.path("bin")));
         QVERIFY(QFile::copy(PROGRAM, program.path("bin/vspimport")));
-        const QString copy = program.path("lib/" + plugin.fileName());
+        const QString copy = program.path("lib/" PLUGIN);
         QVERIFY(QFile::remove(copy));
         for (const char* content : {"", "no library"}) {
             if (*content)
@@ -315,16 +314,16 @@ private Q_SLOTS:
         QCOMPARE(program.shell("bin/vspimport --version"), 0);
 
         // And with the plug-in, but nothing where it looks for the engine, or what does not run.
-        QVERIFY(QFile::remove(copy) && QFile::copy(PLUGIN, copy));
+        QVERIFY(QFile::remove(copy) && QFile::link(LIBRARIES "/" PLUGIN, copy));
         program.file("film.mp4", smallVideo());
         for (const char* prepare :
-             {"", "mkdir libexec; cp /bin/false libexec/vspimport-engine; "}) {
+             {"", "mkdir -p $libexec; cp /bin/false $libexec/vspimport-engine; "}) {
             QCOMPARE(
-                program.shell(prepare +
+                program.shell("libexec=libexec/vspimport-1; " + QString(prepare) +
                               QString("LD_LIBRARY_PATH=lib bin/vspimport --config-dir . film.mp4")),
                 2);
             QCOMPARE(program.errorOutput.count('\n'), 1);
-            QVERIFY2(program.errorOutput.contains("/libexec/vspimport-engine"),
+            QVERIFY2(program.errorOutput.contains("/libexec/vspimport-1/vspimport-engine"),
                      program.errorOutput.constData());
         }
     }

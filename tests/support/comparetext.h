@@ -18,8 +18,10 @@ namespace QTest {
 VSPIMPORT_COMPARE(QString, const char*, actual)
 VSPIMPORT_COMPARE(QStringList, const char*, actual.join(", "))
 VSPIMPORT_COMPARE(QStringList, const QString&, actual.join(", "))
+#if QT_VERSION < 0x060000 // since then one type
 VSPIMPORT_COMPARE(QList<QString>, const char*, QStringList(actual).join(", "))
 VSPIMPORT_COMPARE(QList<QString>, const QString&, QStringList(actual).join(", "))
+#endif
 #undef VSPIMPORT_COMPARE
 
 } // namespace QTest
