@@ -11,6 +11,10 @@ class CDVDChapterPrivate;
 class CDVDTitle;
 
 /// One chapter of a DVD title. Times in seconds from the title's start.
+///
+/// Its picture is the title's movieInfo()->imageUrl() with this chapter's number, counted from 1,
+/// in the place of the last chapter's: "…-title-2-chapter-5.jpg". CImportContext::configDir() says
+/// how pictures are called.
 class VSPIMPORT_EXPORT CDVDChapter : public QObject
 {
     Q_OBJECT

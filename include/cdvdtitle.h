@@ -55,7 +55,7 @@ public:
     void setVideo(CDVDVideo* video);
 
     /// The title's streams. Owned by the title; setMovieInfo() shares the record of `info`, which
-    /// stays the caller's.
+    /// stays the caller's. Its imageUrl() is the picture of the last chapter (see CDVDChapter).
     CMovieInfomation* movieInfo() const;
     void setMovieInfo(CMovieInfomation* info);
 

@@ -18,12 +18,22 @@ class CImportTask;
 /// One running import. Made by CImportModel::open(), deleted by its caller.
 ///
 /// Signals, in their order. Each path: for each item found, taskProcess(ImportDone) or the model's
-/// importError(), then importUrl() (a file refused by its suffix gives importError() alone); after
-/// the path importPercentChanged(). Then importFinished(). Snapshots, if the source is for import
-/// or conversion: for each task snapPercentChanged(), taskProcess(SnapDone); then snapFinished(),
-/// unless stopped. These come from the import's thread: receivers on other threads get them queued,
-/// for which the host registers the argument types of taskProcess() with Qt. Last finished(), from
-/// the thread that called open(), which must run an event loop.
+/// importError(), then importUrl() (a file refused by its suffix gives importError() alone; a path
+/// where nothing is gives nothing at all); after the path importPercentChanged(). Then
+/// importFinished(). Snapshots, if the source is for import or conversion: for each task
+/// snapPercentChanged(), taskProcess(SnapDone); then snapFinished(), unless stopped. Last
+/// finished(), from the thread that called open(), which must run an event loop. The import begins
+/// some milliseconds after open(), so that signals are connected right behind it.
+///
+/// All but finished() and terminated() come from the import's thread: receivers on other threads
+/// get them queued, for which the host registers the argument types of taskProcess() once with Qt:
+///
+///     qRegisterMetaType<Vesk::CImportTask*>("Vesk::CImportTask*");
+///     qRegisterMetaType<Vesk::CImportReply::ProcessType>("Vesk::CImportReply::ProcessType");
+///
+/// A percentage is the one of its signal only while that is emitted. In a queued slot the import
+/// may be further: a host that wants each value reads it in a slot that is connected with
+/// Qt::DirectConnection, and hands it on itself.
 ///
 /// Deleting a reply at any moment stops its import: the destructor waits for the item at hand, no
 /// signal is emitted any more once it has begun, and tasks that were not signalled are deleted. A
@@ -55,7 +65,8 @@ public:
     /// The tasks so far, in the order made. The list belongs to the reply, the tasks to the host.
     CVeskList* tasks();
 
-    /// Progress of the import and of the snapshots, 0 to 100. Readable at any time.
+    /// Progress of the import and of the snapshots, 0 to 100. Readable at any time, from any
+    /// thread.
     int importPercent() const;
     int snapPercent() const;
 

@@ -26,7 +26,8 @@ public:
     CImportSource& operator=(const CImportSource& other);
     virtual ~CImportSource();
 
-    /// Media files, folders, disc images, DVD and Blu-ray folders, DVD IFO files.
+    /// Media files, folders, disc images, DVD and Blu-ray folders, DVD IFO files. A path where
+    /// nothing is gives neither a task nor an error: a host that wants to tell looks for itself.
     QStringList sources() const;
     void setSources(const QStringList& paths);
 
