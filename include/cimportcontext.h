@@ -17,7 +17,8 @@ class CImportContextPrivate;
 
 /// Settings of all imports of the process.
 ///
-/// Holds no lock: the host sets it before it opens an import and leaves it alone while one runs.
+/// Holds no lock: the host sets it before it opens an import and leaves it alone while one runs,
+/// but for setConfigDir() as it says there.
 class VSPIMPORT_EXPORT CImportContext : public CVeskObject
 {
     Q_OBJECT
@@ -37,15 +38,39 @@ public:
 
     /// Folder that receives the snapshots. Made when needed; empty, as at first, is the working
     /// folder. Best an absolute path: image URLs are made of it as it stands.
+    ///
+    /// A picture is called after its source, and one that is there already is not taken again:
+    ///
+    /// - a media file's `NAME-TIME.jpg`: the file's name up to its first dot, and when it was
+    ///   modified, in whole seconds since 1970;
+    /// - a DVD chapter's `DISC/MOVIE-title-T-chapter-C.jpg`: the disc's name or, when it has none,
+    ///   its source's, the title's movieName(), both numbers counted from 1;
+    /// - a Blu-ray clip's `DISC/clip-N-file-FILE.jpg`: its place in CBDFile::snapClips(), counted
+    ///   from 0, and the name of its stream file without suffix.
+    ///
+    /// Separators, control characters and leading dots in these texts become "_", and one that is
+    /// too long for a name is cut and a code put behind it.
+    ///
+    /// So two sources can share a name: a/x.mp4 and b/x.mp4 of the same second, or two discs called
+    /// "DVD". The second is then shown the first one's picture, in this import or in a later one. A
+    /// host that cannot exclude this gives each source a folder of its own, or remembers beside the
+    /// pictures which path, size and time each was made of, and imports a source whose picture is
+    /// another's into another folder.
+    ///
+    /// The import's thread reads the folder when it stores a task's pictures and sets their URLs.
+    /// So a slot that is connected to the reply with Qt::DirectConnection may set it between two
+    /// tasks: at importFinished() for the first, at taskProcess(SnapDone) for the one that follows.
     QString configDir() const;
     void setConfigDir(const QString& dir);
 
-    /// Suffixes of media files to import and to refuse: patterns like "*.avi;" one after another,
-    /// letter case ignored. `forbidFormats` goes first. Adding a pattern to one list takes it from
-    /// the other.
+    /// Suffixes of media files to import: patterns like "*.avi;" one after another, letter case
+    /// ignored. Adding one takes it from the list of the forbidden ones.
     QString fileFormats() const;
     void setFileFormats(const QString& formats);
     void addFileFormat(const QString& format);
+
+    /// Suffixes of media files to refuse, in the same form. Those in both lists are refused. Adding
+    /// one takes it from the list of those to import.
     QString forbidFormats() const;
     void setForbidFormats(const QString& formats);
     void addForbidFormat(const QString& format);
@@ -54,13 +79,20 @@ public:
     bool limitFileFormat() const;
     void setLimitFileFormat(bool limit);
 
-    /// What the host supports. Discs are imported whatever these say; a scrambled one is marked.
+    /// Whether the host supports DVDs. Discs are imported whatever this and the three below say.
+    /// False at first.
     bool dvdSupport() const;
     void setDvdSupport(bool support);
+
+    /// The same for scrambled DVDs, which CDVDInformation::isScrambled() marks.
     bool dvdSupportScrambled() const;
     void setDvdSupportScrambled(bool support);
+
+    /// Whether the host supports Blu-ray discs.
     bool bdSupport() const;
     void setBdSupport(bool support);
+
+    /// The same for scrambled Blu-ray discs.
     bool bdSupportScrambled() const;
     void setBdSupportScrambled(bool support);
 
@@ -73,6 +105,7 @@ public:
     AVBased::IImageConverter* imageConvert();
 
 protected:
+    /// With the defaults. There is one context, which instance() makes.
     CImportContext();
 
 private:

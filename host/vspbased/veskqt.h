@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
 // Everything in which Qt 4.8, 5 and 6 differ for this project, in one place. The module and the
-// host layer otherwise use only API that all have. One more stands in cimportplugin.h, where moc
-// has to see it.
+// framework's part otherwise use only API that all have. One more stands in cimportplugin.h, where
+// moc has to see it.
 #pragma once
 
 #include <QtCore/QByteArray>

@@ -10,13 +10,15 @@ namespace Vesk {
 
 /// Base of the root object of every plug-in. The order of the virtual operations is fixed.
 ///
-/// Life of a plug-in, all on the host's thread: initialize(), start(), stop(), finalize(). The
-/// plug-in loader owns the object.
+/// A host calls initialize() and then start(), once each, on its own thread, and is done: stop()
+/// and finalize() are for frameworks that end their plug-ins one by one, and do nothing in the
+/// import module. The plug-in loader owns the object.
 class VSPLUGIN_EXPORT CAbstractPlugin : public QObject
 {
     Q_OBJECT
 
 public:
+    /// Plug-ins are made by the loader, without parent.
     explicit CAbstractPlugin(QObject* parent = 0);
     virtual ~CAbstractPlugin();
 
@@ -31,7 +33,9 @@ public:
     virtual bool start();
 
 protected:
+    /// The counterpart of start(). For the framework.
     virtual void stop();
+    /// The counterpart of initialize(). For the framework.
     virtual void finalize();
 
 private:

@@ -352,7 +352,7 @@ private Q_SLOTS:
         QCOMPARE(channels, QByteArray(10, '0') + QByteArray(30, '6'));
     }
 
-    /// A host multiplies by a thousand and cuts off, and adds up durations: none may lose a
+    /// The module multiplies by a thousand and cuts off, and adds up durations: none may lose a
     /// millisecond.
     void durationsSurviveMilliseconds()
     {

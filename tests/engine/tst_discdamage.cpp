@@ -20,7 +20,7 @@ using authoring::second;
 
 namespace {
 
-/// Everything that a host relies on.
+/// Everything that the module relies on.
 bool isSane(const LoaderPtr& loader)
 {
     const QStringList fileNames = namesOf(loader->fileList());

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// Edit timelines, from the records that a host passes in to the frames that it gets back.
+// Edit timelines, from the records that the module passes in to the frames that it gets back.
 #include "blurayloader.h"
 #include "enginelink/timeline/timelinetext.h"
 #include "files.h"
@@ -30,7 +30,7 @@ QString absolutePath(const QString& file)
     return file.startsWith('/') ? file : fixturePath(file);
 }
 
-/// Writes a timeline of the parts as hosts do.
+/// Writes a timeline of the parts as the module does.
 void saveTimeline(const QList<Part>& parts, const QString& path)
 {
     const ImporterPtr importer(
@@ -338,7 +338,7 @@ private Q_SLOTS:
     }
 
 #ifdef THROUGH_HALVES
-    /// A timeline may name any file, and hosts leave theirs in the temporary folder.
+    /// A timeline may name any file, and the module leaves its own in the temporary folder.
     void opensAndRemovesOnlyItsOwn()
     {
         const QTemporaryDir folder;

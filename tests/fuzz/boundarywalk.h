@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// Reads all that the boundary's objects give, as a host might: what lies outside of anything, the
-// sanitizers tell.
+// Reads all that the boundary's objects give, as the module might: what lies outside of anything,
+// the sanitizers tell.
 #pragma once
 
 #include "vspavbased/iavimporter.h"

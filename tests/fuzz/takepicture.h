@@ -3,6 +3,6 @@
 
 #include "vspavbased/iavimporter.h"
 
-/// What a host does for a picture: seeks, reads some frames and converts the last. Nothing where
-/// the movie or the stream cannot be opened.
+/// What the module does for a picture: seeks, reads some frames and converts the last. Nothing
+/// where the movie or the stream cannot be opened.
 void takePicture(AVBased::IAVImporter& importer, int movie, int stream, int positionMs);

@@ -117,6 +117,32 @@ private Q_SLOTS:
         QCOMPARE(folder.pictureNames(), "clip-1600000000.jpg, clip-1600000001.jpg");
     }
 
+    /// Two files whose pictures have one name, each with a folder that is set between them.
+    void foldersChangeBetweenTasks()
+    {
+        const ImportFolder folder;
+        const QStringList paths =
+            withVideos({folder.file("a/clip.mp4"), folder.file("b/clip.mp4")});
+        for (const QString& path : paths)
+            setModified(path, 1600000000);
+        QStringList next = {folder.path("pictures/one"), folder.path("pictures/two"), ""};
+        const auto setNext = [&] { CImportContext::instance()->setConfigDir(next.takeFirst()); };
+        ImportRun import;
+        CImportReply* reply = import.open(paths);
+        connect(reply, &CImportReply::importFinished, reply, setNext, Qt::DirectConnection);
+        connect(
+            reply, &CImportReply::taskProcess, reply,
+            [&](CImportTask*, CImportReply::ProcessType type) {
+                if (type == CImportReply::SnapDone)
+                    setNext();
+            },
+            Qt::DirectConnection);
+        import.waitForFinished();
+        QCOMPARE(folder.pictureNames(), "one/clip-1600000000.jpg, two/clip-1600000000.jpg");
+        QCOMPARE(import.tasks[1]->movieInfo()->imageUrl(),
+                 "file://" + folder.path("pictures/two/clip-1600000000.jpg"));
+    }
+
     void framesAreChosen()
     {
         const auto position = [this](double duration) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// What a host does with the engine's objects, in short.
+// What the module does with the engine's objects, in short.
 #pragma once
 
 #include "fixture.h"

@@ -11,7 +11,7 @@ namespace {
 
 /// Clips in the chapters of all titles together. A title of n clips that begins a chapter with each
 /// has about n²/2; a disc of eighty such titles of a hundred clips is within bounds, and real ones
-/// have a few such. A host needs some hundred bytes for each.
+/// have a few such. The module needs some hundred bytes for each.
 constexpr std::size_t mostChapterClips = 500000;
 
 } // namespace

@@ -13,10 +13,10 @@ namespace engine {
 
 namespace {
 
-/// Hosts add up durations in whole milliseconds, cut off, to places on a timeline, and discs can
-/// have a hundred files of a single picture. So a duration is a number of whole milliseconds, never
-/// shorter than the file, and one that is still the same number after a host's multiplication.
-double hostDuration(std::int64_t ticks)
+/// The module adds up durations in whole milliseconds, cut off, to places on a timeline, and discs
+/// can have a hundred files of a single picture. So a duration is a number of whole milliseconds,
+/// never shorter than the file, and one that is still the same number after its multiplication.
+double wholeDuration(std::int64_t ticks)
 {
     const std::int64_t whole = (ticks * 1000 + blurayTicksPerSecond - 1) / blurayTicksPerSecond;
     const auto milliseconds = static_cast<double>(whole);
@@ -27,7 +27,7 @@ double hostDuration(std::int64_t ticks)
 void setDuration(MovieFacts& movie, std::int64_t ticks)
 {
     for (StreamFacts& stream : movie.streams)
-        stream.duration = hostDuration(ticks);
+        stream.duration = wholeDuration(ticks);
 }
 
 /// Streams by their PID instead of libav's index; of two that share one, as sound with a core does,

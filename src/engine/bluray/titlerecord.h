@@ -13,16 +13,16 @@ namespace engine {
 
 /// A title as the boundary's records, with all that they point to.
 ///
-/// Hosts take the stream file of a chapter's clip j from the title's clip j. So the entry of a
-/// chapter that ends in clip m has the clips 0 to m, whichever it begins in. Those that it plays,
+/// The module takes the stream file of a chapter's clip j from the title's clip j. So the entry of
+/// a chapter that ends in clip m has the clips 0 to m, whichever it begins in. Those that it plays,
 /// in full or in part, have the times that it plays. Those before have the title's own times: that
-/// way the host finds the clip that the title has made already, whereas an empty range would become
-/// one more clip of that file, which plays nothing and yet displaces the title's where one of those
-/// that begin at the same time is chosen for a picture.
+/// way the module finds the clip that the title has made already, whereas an empty range would
+/// become one more clip of that file, which plays nothing and yet displaces the title's where one
+/// of those that begin at the same time is chosen for a picture.
 class TitleRecord
 {
 public:
-    /// `fileNames` are the names of the disc's stream files as the host knows them; they live
+    /// `fileNames` are the names of the disc's stream files as the module knows them; they live
     /// longer than this. Chapters may have `clipBudget` clips in all, of which those made are taken
     /// away; the chapters that it is not enough for have no clips.
     TitleRecord(const DiscTitle& title, const std::vector<const char*>& fileNames,

@@ -17,7 +17,7 @@ struct PlannedPicture
     std::int32_t seekMs;
 };
 
-/// The pictures of one item, in the order in which hosts ask for them: of a media file one, a
+/// The pictures of one item, in the order in which the module asks for them: of a media file one, a
 /// hundredth into it; of a DVD one in the middle of each chapter.
 ///
 /// What is planned wrongly costs time, and nothing else.

@@ -63,7 +63,7 @@ private:
                (!file.movie() || m_scrutiny.passes(*file.movie()));
     }
 
-    /// Files are named by paths, and what a disc names a host will have opened.
+    /// Files are named by paths, and what a disc names will be opened.
     bool isOfDisc(const std::string& file) const
     {
         return file.size() <= longestName && file.compare(0, m_folder.size(), m_folder) == 0 &&

@@ -13,8 +13,8 @@ namespace engine {
 /// It plays nothing itself; the importer of that file does.
 ///
 /// The file belongs to whoever named it until an importer of this process has opened it. When that
-/// importer is released the file is removed, since hosts put it in the temporary folder and leave
-/// it there (see WrittenTimelines).
+/// importer is released the file is removed, since the module puts it in the temporary folder and
+/// leaves it there (see WrittenTimelines).
 class TimelineEditor final : public AVBased::IAVImporter, private AVBased::ISimpleEditTimeLine
 {
 public:

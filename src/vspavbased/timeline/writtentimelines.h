@@ -17,9 +17,9 @@ template <typename T>
 class OfProcess;
 
 /// The timeline files that this process has written and not yet removed: the only ones that may be
-/// opened, since a timeline can name any file. Hosts put them in the temporary folder, have each
-/// opened once and never remove it; so the engine does. A file that somebody else wrote, or has put
-/// in the place of one, does not count. Callable from any thread.
+/// opened, since a timeline can name any file. The module puts them in the temporary folder, has
+/// each opened once and never removes it; so the engine does. A file that somebody else wrote, or
+/// has put in the place of one, does not count. Callable from any thread.
 class WrittenTimelines
 {
 public:

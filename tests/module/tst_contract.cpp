@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// What the module relies on in the host's libraries: how they behave, and the places of the
+// What the module relies on in the framework's libraries: how they behave, and the places of the
 // operations in the engine's interfaces. The engine knows an operation by its place alone, so that
 // a declaration moved by one would call something else without a word.
 #include "comparetext.h"
@@ -43,7 +43,7 @@ List slotsOf(Operations... operations)
 
 } // namespace
 
-class HostTest : public QObject
+class ContractTest : public QObject
 {
     Q_OBJECT
 
@@ -128,5 +128,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(HostTest)
-#include "tst_host.moc"
+QTEST_GUILESS_MAIN(ContractTest)
+#include "tst_contract.moc"

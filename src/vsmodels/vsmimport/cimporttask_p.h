@@ -17,7 +17,7 @@ class IBDLoader;
 namespace Vesk {
 
 /// A task's data and engine objects, and the taking of its snapshots. Filled by probing; used on
-/// the import's thread, and by a host only once its import has finished.
+/// the import's thread.
 class VSPIMPORT_EXPORT CImportTaskPrivate : public CVeskObjectPrivate
 {
 public:
