@@ -61,19 +61,15 @@ bool CheckedImport::isOwn(const ImportEvent& ready)
 {
     if (!m_index)
         return true;
-    switch (m_index->check(*ready.item, ready.picturesSince)) {
-    case PictureIndex::Own:
+    const PictureIndex::Verdict verdict = m_index->check(*ready.item, ready.picturesSince);
+    if (verdict == PictureIndex::Own)
         return true;
-    case PictureIndex::Unknown:
-        m_index->removeUnknown(*ready.item);
-        m_again.push_back({ready, m_folder});
-        return false;
-    case PictureIndex::Anothers:
+    m_index->removeUnknown(*ready.item);
+    if (verdict == PictureIndex::Anothers)
         m_index->removeOutdated(*ready.item);
-        m_again.push_back({ready, m_index->folderOf(*ready.item)});
-        return false;
-    }
-    return true;
+    m_again.push_back(
+        {ready, verdict == PictureIndex::Unknown ? m_folder : m_index->folderOf(*ready.item)});
+    return false;
 }
 
 /// One import for all of them: the folder is changed between two items.

@@ -50,10 +50,11 @@ void bind(sqlite3_stmt* statement, int place, const QByteArray& bytes)
     sqlite3_bind_blob(statement, place, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
 }
 
-bool step(sqlite3_stmt* statement)
+/// Of what gives nothing back. What fails is missing in the index, and made again.
+void step(sqlite3_stmt* statement)
 {
-    const int result = statement ? sqlite3_step(statement) : SQLITE_ERROR;
-    return result == SQLITE_ROW || result == SQLITE_DONE;
+    sqlite3_step(statement);
+    sqlite3_reset(statement);
 }
 
 } // namespace
@@ -124,21 +125,27 @@ PictureIndex::Entry PictureIndex::find(const QString& picture) const
     return entry;
 }
 
-void PictureIndex::claim(const QString& picture, const QByteArray& source, FileTime written)
+void PictureIndex::claim(const std::vector<Written>& pictures, const QByteArray& source)
 {
     sqlite3_stmt* statement = m_claim.get();
-    bind(statement, 1, nameOf(picture));
-    bind(statement, 2, source);
-    sqlite3_bind_int64(statement, 3, written);
-    step(statement);
-    sqlite3_reset(statement);
+    const bool areMany = pictures.size() > 1;
+    if (areMany)
+        step(m_begin.get());
+    for (const Written& picture : pictures) {
+        bind(statement, 1, nameOf(picture.first));
+        bind(statement, 2, source);
+        sqlite3_bind_int64(statement, 3, picture.second);
+        step(statement);
+    }
+    if (areMany)
+        step(m_commit.get());
 }
 
 PictureIndex::Verdict PictureIndex::check(const facts::Item& item, FileTime since)
 {
     const QByteArray source = identityOf(item);
     Verdict verdict = Own;
-    std::vector<std::pair<QString, FileTime>> claimed;
+    std::vector<Written> claimed;
     for (const QString& picture : item.pictureFiles()) {
         const FileTime written = fileTime(picture);
         if (written == 0)
@@ -153,14 +160,8 @@ PictureIndex::Verdict PictureIndex::check(const facts::Item& item, FileTime sinc
         else if (!isKnown)
             verdict = std::max(verdict, Unknown);
     }
-    if (claimed.size() > 1)
-        step(m_begin.get());
-    for (const auto& picture : claimed)
-        claim(picture.first, source, picture.second);
-    if (claimed.size() > 1)
-        step(m_commit.get());
-    sqlite3_reset(m_begin.get());
-    sqlite3_reset(m_commit.get());
+    if (verdict == Own)
+        claim(claimed, source);
     return verdict;
 }
 

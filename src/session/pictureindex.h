@@ -7,6 +7,7 @@
 #include <QtCore/QString>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 struct sqlite3;
@@ -39,8 +40,8 @@ public:
         Anothers, ///< one is of another source, or of what was at the source's path before
     };
 
-    /// Whose pictures `item` has come with, which are then remembered where they are its own. Those
-    /// without an owner are its own if they were written since `since`.
+    /// Whose pictures `item` has come with, which are remembered if all are its own. Those without
+    /// an owner are its own if they were written since `since`.
     Verdict check(const facts::Item& item, FileTime since);
 
     /// Folder, below the index's, for the pictures of `item` alone.
@@ -67,10 +68,12 @@ private:
         FileTime written = 0;
     };
 
+    using Written = std::pair<QString, FileTime>;
+
     bool open(const QByteArray& path);
     Statement prepare(const char* sql) const;
     Entry find(const QString& picture) const;
-    void claim(const QString& picture, const QByteArray& source, FileTime written);
+    void claim(const std::vector<Written>& pictures, const QByteArray& source);
     QByteArray nameOf(const QString& picture) const;
 
     const QString m_folder;

@@ -125,6 +125,7 @@ private Q_SLOTS:
         expect("$vspimport --forbid '*.mp4;' good.mp4", 1);
         expect("$vspimport --formats '*.avi' good.mp4", 1);
         expect("$vspimport --formats '*.avi' --all-files good.mp4", 0);
+        expect("$vspimport --formats 'avi, .MP4' good.mp4", 0);
         expect("$vspimport --for convert bad.mp4", 0);
         expect("$vspimport drm.mp4", 1);
         expect("$vspimport --allow-drm drm.mp4", 0);
@@ -137,12 +138,20 @@ private Q_SLOTS:
         expect("$vspimport --jobs 1 good.mp4", 0, "", "1 imported");
         expect("$vspimport --for fun good.mp4", 2, "fun", "^$");
         expect("$vspimport good.mp4 --json", 2, "json", "^$");
-        expect("$vspimport --help", 0, "", "--json");
+        expect("$vspimport --help", 0, "", "--json.*mkv");
+        expect("$vspimport --shard 4/3 good.mp4", 2, "4/3", "^$");
+        expect("$vspimport --events --json - good.mp4", 2, "standard output", "^$");
+        expect("$vspimport --files-from /no/such", 2, "/no/such", "^$");
         expect("$vspimport --version", 0);
         expect("$vspimport --quiet good.mp4", 0, "", "^$");
         expect("$vspimport --json - good.mp4", 0, "", "^\\{.*\\}\n$");
         expect("$vspimport --quiet --json /dev/stdout good.mp4 | cat", 0, "", "^\\{.*\\}\n$");
-        expect("$vspimport --json /no/such/x.json good.mp4", 2, "cannot write");
+        // Found out before the import, with the reason.
+        for (const char* option : {"json", "json-lines", "report"}) {
+            expect(qPrintable(QString("$vspimport --%1 /no/such/x good.mp4").arg(option)), 2,
+                   "/no/such/x: No such file or directory", "^$");
+        }
+        expect("$vspimport --config-dir good.mp4/x good.mp4", 2, "x: Not a directory", "^$");
         expect("$vspimport good.mp4 > /dev/full", 2, "cannot write", "^$");
         expect("$vspimport --verbose good.mp4 2>&1", 0, "", "thread start:");
         expect("$vspimport --report errors.bin good.mp4; ls", 0, "", "^((?!errors.bin).)*$");

@@ -69,6 +69,13 @@ bool isPrintable(std::uint32_t tag)
     return true;
 }
 
+Orientation orientationOf(const AVStream& stream)
+{
+    return Orientation::fromDisplayMatrix(reinterpret_cast<const std::int32_t*>(
+        sideDataOf(stream, AV_PKT_DATA_DISPLAYMATRIX, 9 * sizeof(std::int32_t))));
+}
+
+/// Of the picture as it is seen, turned as the file says.
 Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
 {
     const AVRational pixel = pixelAspectOf(context, stream);
@@ -76,6 +83,8 @@ Ratio displayAspectOf(AVFormatContext& context, AVStream& stream)
     av_reduce(&aspect.numerator, &aspect.denominator,
               static_cast<std::int64_t>(stream.codecpar->width) * pixel.num,
               static_cast<std::int64_t>(stream.codecpar->height) * pixel.den, largestInAspect);
+    if (orientationOf(stream).transpose)
+        std::swap(aspect.numerator, aspect.denominator);
     return aspect;
 }
 
@@ -176,8 +185,7 @@ std::vector<VideoTrack> videoTracks(AVFormatContext& context)
         track.demuxerId = stream.id;
         track.parameters = copyParameters(*stream.codecpar);
         track.pixelAspect = pixelAspectOf(context, stream);
-        track.orientation = Orientation::fromDisplayMatrix(reinterpret_cast<const std::int32_t*>(
-            sideDataOf(stream, AV_PKT_DATA_DISPLAYMATRIX, 9 * sizeof(std::int32_t))));
+        track.orientation = orientationOf(stream);
         tracks.push_back(std::move(track));
     }
     return tracks;
