@@ -15,6 +15,7 @@ class CBDTitle;
 class VSPIMPORT_EXPORT CBDChapter : public QObject
 {
 public:
+    /// At 0, of no length, without clips and title.
     CBDChapter(QObject* parent = 0);
     virtual ~CBDChapter();
 
@@ -22,7 +23,7 @@ public:
     double timeStamp() const;
     void setTimeStamp(double seconds);
 
-    /// Seconds.
+    /// Length in seconds.
     double duration() const;
     void setDuration(double seconds);
 

@@ -21,6 +21,7 @@ class CBDFilePrivate;
 class VSPIMPORT_EXPORT CBDFile : public QObject
 {
 public:
+    /// Without name, streams and clips.
     CBDFile(QObject* parent = 0);
     virtual ~CBDFile();
 

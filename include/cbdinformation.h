@@ -21,19 +21,26 @@ class VSPIMPORT_EXPORT CBDInformation : public QObject
     Q_OBJECT
 
 public:
+    /// With a record of its own, which is empty.
     CBDInformation(QObject* parent = 0);
+    /// A new object without parent that shares the record of `other`.
     CBDInformation(const CBDInformation& other);
+    /// Shares the record of `other` and lets go of this object's own.
     CBDInformation& operator=(const CBDInformation& other);
     virtual ~CBDInformation();
 
-    /// Count setters shrink from the end and grow by default objects; a negative count is 0.
-    /// Lookups outside the list give null.
+    /// The disc's stream files. Setting shrinks from the end, deleting what it removes, and grows
+    /// by default objects; a negative count is 0.
     int fileCount() const;
     void setFileCount(int count);
+    /// Null outside the list. Owned by the record.
     CBDFile* file(int index) const;
 
+    /// The disc's titles. Setting shrinks from the end, deleting what it removes, and grows by
+    /// default objects; a negative count is 0.
     int titleCount() const;
     void setTitleCount(int count);
+    /// Null outside the list. Owned by the record.
     CBDTitle* title(int index) const;
 
     /// Path of the source.

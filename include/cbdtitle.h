@@ -16,10 +16,11 @@ class CBDTitlePrivate;
 class VSPIMPORT_EXPORT CBDTitle : public QObject
 {
 public:
+    /// Of no length, without chapters and clips.
     CBDTitle(QObject* parent = 0);
     virtual ~CBDTitle();
 
-    /// Seconds.
+    /// Length in seconds.
     double duration() const;
     void setDuration(double seconds);
 
@@ -27,7 +28,8 @@ public:
     int titleId() const;
     void setTitleId(int id);
 
-    /// Shrinks from the end, grows by default objects; a negative count is 0.
+    /// Setting shrinks from the end, deleting what it removes, and grows by default objects; a
+    /// negative count is 0.
     int chapterCount() const;
     void setChapterCount(int count);
     /// Null outside the list.

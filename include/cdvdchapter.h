@@ -20,12 +20,15 @@ class VSPIMPORT_EXPORT CDVDChapter : public QObject
     Q_OBJECT
 
 public:
+    /// At 0, of no length, without title.
     CDVDChapter(QObject* parent = 0);
     virtual ~CDVDChapter();
 
+    /// Where it begins.
     double timeStart() const;
     void setTimeStart(double seconds);
 
+    /// Where it ends: the next chapter's start or the title's end.
     double timeEnd() const;
     void setTimeEnd(double seconds);
 

@@ -19,12 +19,16 @@ class VSPIMPORT_EXPORT CDVDInformation : public QObject
     Q_OBJECT
 
 public:
+    /// With a record of its own, which is empty.
     CDVDInformation(QObject* parent = 0);
+    /// A new object without parent that shares the record of `other`.
     CDVDInformation(const CDVDInformation& other);
+    /// Shares the record of `other` and lets go of this object's own.
     CDVDInformation& operator=(const CDVDInformation& other);
     virtual ~CDVDInformation();
 
-    /// Shrinks from the end, grows by default objects; a negative count is 0.
+    /// Setting shrinks from the end, deleting what it removes, and grows by default objects; a
+    /// negative count is 0.
     int titleCount() const;
     void setTitleCount(int count);
     /// Null outside the list.

@@ -16,6 +16,7 @@ class VSPIMPORT_EXPORT CDVDSubtitle : public QObject
     Q_OBJECT
 
 public:
+    /// Without language and identifier.
     CDVDSubtitle(QObject* parent = 0);
     virtual ~CDVDSubtitle();
 

@@ -20,6 +20,7 @@ class VSPIMPORT_EXPORT CDVDTitle : public QObject
     Q_OBJECT
 
 public:
+    /// Without streams, chapters, tracks and subtitles.
     CDVDTitle(QObject* parent = 0);
     virtual ~CDVDTitle();
 
@@ -35,22 +36,28 @@ public:
     bool isMainTitle() const;
     void setIsMainTitle(bool isMainTitle);
 
-    /// Count setters shrink from the end and grow by default objects; a negative count is 0.
-    /// Lookups outside the list give null.
+    /// Chapters in playing order. Setting shrinks from the end, deleting what it removes, and grows
+    /// by default objects; a negative count is 0.
     int chapterCount() const;
     void setChapterCount(int count);
+    /// Null outside the list. Owned by the title.
     CDVDChapter* chapter(int index) const;
 
+    /// Audio tracks, whose class is the module's own: a host sees the audio streams of movieInfo().
+    /// Setting as with chapters.
     int trackCount() const;
     void setTrackCount(int count);
+    /// Null outside the list. Owned by the title.
     CDVDTrack* track(int index) const;
 
-    /// Subtitles are also children of the title.
+    /// Subtitle streams. Setting as with chapters.
     int subtitleCount() const;
     void setSubtitleCount(int count);
+    /// Null outside the list. A child of the title.
     CDVDSubtitle* subtitle(int index) const;
 
-    /// Owned by the title; setVideo() shares the record of `video`.
+    /// The video's record, of a class that is the module's own. Owned by the title; setVideo()
+    /// shares the record of `video`.
     CDVDVideo* video() const;
     void setVideo(CDVDVideo* video);
 

@@ -63,12 +63,14 @@ public:
     QString configDir() const;
     void setConfigDir(const QString& dir);
 
-    /// Suffixes of media files to import and to refuse: patterns like "*.avi;" one after another,
-    /// letter case ignored. `forbidFormats` goes first. Adding a pattern to one list takes it from
-    /// the other.
+    /// Suffixes of media files to import: patterns like "*.avi;" one after another, letter case
+    /// ignored. Adding one takes it from the list of the forbidden ones.
     QString fileFormats() const;
     void setFileFormats(const QString& formats);
     void addFileFormat(const QString& format);
+
+    /// Suffixes of media files to refuse, in the same form. Those in both lists are refused. Adding
+    /// one takes it from the list of those to import.
     QString forbidFormats() const;
     void setForbidFormats(const QString& formats);
     void addForbidFormat(const QString& format);
@@ -77,13 +79,20 @@ public:
     bool limitFileFormat() const;
     void setLimitFileFormat(bool limit);
 
-    /// What the host supports. Discs are imported whatever these say; a scrambled one is marked.
+    /// Whether the host supports DVDs. Discs are imported whatever this and the three below say.
+    /// False at first.
     bool dvdSupport() const;
     void setDvdSupport(bool support);
+
+    /// The same for scrambled DVDs, which CDVDInformation::isScrambled() marks.
     bool dvdSupportScrambled() const;
     void setDvdSupportScrambled(bool support);
+
+    /// Whether the host supports Blu-ray discs.
     bool bdSupport() const;
     void setBdSupport(bool support);
+
+    /// The same for scrambled Blu-ray discs.
     bool bdSupportScrambled() const;
     void setBdSupportScrambled(bool support);
 
@@ -96,6 +105,7 @@ public:
     AVBased::IImageConverter* imageConvert();
 
 protected:
+    /// With the defaults. There is one context, which instance() makes.
     CImportContext();
 
 private:

@@ -23,6 +23,7 @@ class VSPIMPORT_EXPORT CImportModel : public CVeskObject
     Q_ENUMS(ErrorType)
 
 public:
+    /// Why an item gave no task.
     enum ErrorType
     {
         ErrorUnKnownSource = 0,   ///< a media file whose suffix is not among the file formats
@@ -30,6 +31,7 @@ public:
         ErrorImportFalsed = 2     ///< an item that could not be opened or read
     };
 
+    /// Without errors.
     Q_INVOKABLE CImportModel(QObject* parent = 0);
     virtual ~CImportModel();
 
@@ -53,6 +55,7 @@ public Q_SLOTS:
     void importErrorProc(CImportModel::ErrorType type, const QString& url);
 
 protected:
+    /// For subclasses with a private part of their own, which becomes the object's: `dd`.
     CImportModel(CImportModelPrivate& dd, QObject* parent);
 
 private:

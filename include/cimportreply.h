@@ -47,12 +47,14 @@ class VSPIMPORT_EXPORT CImportReply : public CVeskObject
     Q_PROPERTY(Vesk::CVeskList* tasks READ tasks NOTIFY tasksChanged)
 
 public:
+    /// What has become of a task.
     enum ProcessType
     {
         ImportDone = 0, ///< the task was made; its source path, type and size may be read
         SnapDone = 1    ///< the task's snapshots were taken, as far as they could be
     };
 
+    /// Of no import: it is finished, and has no tasks.
     CImportReply(QObject* parent = 0);
     virtual ~CImportReply();
 
@@ -71,13 +73,21 @@ public:
     int snapPercent() const;
 
 Q_SIGNALS:
+    /// The import's thread has ended: all of the tasks may be read now. Emitted once, whatever the
+    /// end, from the thread that called open().
     void finished();
     void terminated(); ///< the thread was killed; comes before finished()
+    /// All paths were looked at, or the import was stopped: no task will be added.
     void importFinished();
+    /// All tasks had their turn. Not emitted when the import was stopped, or takes no snapshots.
     void snapFinished();
+    /// `task` was made, or its snapshots were taken.
     void taskProcess(Vesk::CImportTask* task, Vesk::CImportReply::ProcessType type);
+    /// A path was done, and importPercent() is the share of the paths that are.
     void importPercentChanged();
+    /// The item at the absolute path `url` was done, with a task or an error.
     void importUrl(const QString& url);
+    /// A task had its turn, and snapPercent() is the share of the tasks that did.
     void snapPercentChanged();
     void tasksChanged();   ///< never emitted
     void resultsChanged(); ///< never emitted
@@ -89,6 +99,7 @@ public Q_SLOTS:
     void exit(int code = -1);
 
 protected:
+    /// For subclasses with a private part of their own, which becomes the object's: `dd`.
     CImportReply(CImportReplyPrivate& dd, QObject* parent);
 
 private:

@@ -20,9 +20,11 @@ class VSPIMPORT_EXPORT CImportSource : public QObject
     Q_OBJECT
 
 public:
+    /// With a record of its own: no paths, for nothing.
     CImportSource(QObject* parent = 0);
     /// A new object without parent that shares the record of `other`.
     CImportSource(const CImportSource& other);
+    /// Shares the record of `other` and lets go of this object's own.
     CImportSource& operator=(const CImportSource& other);
     virtual ~CImportSource();
 
@@ -44,10 +46,12 @@ public:
     bool forConvert() const;
     void setForConvert(bool forConvert);
 
+    /// The record, of a class that is the module's own.
     CImportSourcePrivate* d_func();
     const CImportSourcePrivate* d_func() const;
 
 protected:
+    /// Shares the record `dd`.
     CImportSource(CImportSourcePrivate& dd, QObject* parent);
 
 private:

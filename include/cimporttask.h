@@ -34,6 +34,7 @@ class VSPIMPORT_EXPORT CImportTask : public CVeskObject
     Q_PROPERTY(QString size READ size NOTIFY nullChanged)
 
 public:
+    /// What kind of item it is.
     enum TaskType
     {
         VideoTask = 0, ///< a media file with video: movieInfo()
@@ -42,19 +43,24 @@ public:
         DvdTask = 3    ///< a DVD: dvdInfo()
     };
 
+    /// Of no source. Tasks that mean something come from an import.
     CImportTask(QObject* parent = 0);
     virtual ~CImportTask();
 
+    /// What is in a media file.
     CMovieInfomation* movieInfo();
+    /// What is on a Blu-ray disc.
     CBDInformation* bdInfo();
+    /// What is on a DVD.
     CDVDInformation* dvdInfo();
 
+    /// Says which of the three it is.
     TaskType taskType() const;
 
     /// Path of the source.
     QString url() const;
 
-    /// Size of the file as a text for people.
+    /// Size of the file as a text for people ("1.4 GB"); a disc's folder counts nothing.
     QString size() const;
 
 Q_SIGNALS:
@@ -62,6 +68,7 @@ Q_SIGNALS:
     void aboutToDestory(); ///< first thing in the destructor; all data is still there
 
 protected:
+    /// For subclasses with a private part of their own, which becomes the object's: `dd`.
     CImportTask(CImportTaskPrivate& dd, QObject* parent);
 
 private:

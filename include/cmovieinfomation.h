@@ -35,6 +35,7 @@ class VSPIMPORT_EXPORT CMovieInfomation : public QObject
     Q_PROPERTY(QString imageUrl READ imageUrl WRITE setImageUrl NOTIFY imageUrlChanged)
 
 public:
+    /// With a record of its own, which is empty.
     CMovieInfomation(QObject* parent = 0);
     /// A new object without parent that shares the record of `other`.
     CMovieInfomation(const CMovieInfomation& other);
@@ -70,17 +71,19 @@ public:
     QString imageUrl() const;
     void setImageUrl(const QString& url);
 
-    /// Count setters shrink from the end, deleting what they remove, and grow by default objects. A
-    /// negative count is 0.
+    /// Streams of all kinds, in the file's order. Setting shrinks from the end, deleting what it
+    /// removes, and grows by default objects; a negative count is 0.
     int streamCount() const;
     void setStreamCount(int count);
+    /// Tags, in the file's order. Setting as with streams.
     int metadataCount() const;
     void setMetadataCount(int count);
 
-    /// The object at `index`, or null outside the list. Owned by the record. Through
-    /// QMetaObject::invokeMethod(), stream() answers to the return type as it is written here, with
-    /// no namespace: Q_RETURN_ARG(CStreamInfomation*, …) under `using namespace Vesk`.
+    /// The stream at `index`, or null outside the list. Owned by the record. Through
+    /// QMetaObject::invokeMethod() it answers to the return type as it is written here, with no
+    /// namespace: `Q_RETURN_ARG(CStreamInfomation*, …)` under `using namespace Vesk`.
     Q_INVOKABLE CStreamInfomation* stream(int index) const;
+    /// The tag at `index`, or null outside the list. Owned by the record.
     CMovieMetaData* metadata(int index) const;
 
     /// The ids of the first audio, video and subtitle stream, -1 where there is none. A stream
@@ -92,9 +95,10 @@ public:
     /// there is none.
     bool findFirstStreamInfo(CStreamInfomation::StreamType type, CStreamInfomation** stream) const;
 
-    /// Loads the properties above from a map, and stores them into one. Streams and tags do not
-    /// travel, but their counts do.
+    /// Sets the properties above from a map by their names. Streams and tags do not travel, but
+    /// their counts do.
     void operator<<(const QMap<QString, QVariant>& map);
+    /// Puts the properties above into a map by their names.
     void operator>>(QMap<QString, QVariant>& map) const;
 
 Q_SIGNALS:
@@ -103,9 +107,9 @@ Q_SIGNALS:
     void movieIdChanged();       ///< never emitted
     void streamCountChanged();   ///< never emitted
     void metadataCountChanged(); ///< never emitted
-    void imageUrlChanged();
-    void durationChanged();
-    void nullChanged(); ///< never emitted
+    void imageUrlChanged();      ///< emitted by setImageUrl() with another URL
+    void durationChanged();      ///< emitted by setDuration() with another duration
+    void nullChanged();          ///< never emitted
 
 private:
     QExplicitlySharedDataPointer<CMovieInfomationPrivate> d;

@@ -18,18 +18,21 @@ class VSPIMPORT_EXPORT CMovieMetaData : public QObject
     Q_PROPERTY(QString value READ value WRITE setValue NOTIFY valueChanged)
 
 public:
+    /// Without key and value.
     CMovieMetaData(QObject* parent = 0);
     virtual ~CMovieMetaData();
 
+    /// What the tag is about: "title", "artist".
     QString key() const;
     void setKey(const QString& key);
 
+    /// What it says.
     QString value() const;
     void setValue(const QString& value);
 
 Q_SIGNALS:
-    void keyChanged();
-    void valueChanged();
+    void keyChanged();   ///< emitted by setKey() with another key
+    void valueChanged(); ///< emitted by setValue() with another value
 
 private:
     CMovieMetaDataPrivate* d;

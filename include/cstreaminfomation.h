@@ -36,18 +36,20 @@ class VSPIMPORT_EXPORT CStreamInfomation : public QObject
     Q_PROPERTY(bool checked READ checked WRITE setChecked NOTIFY nullChanged)
 
 public:
+    /// What a stream carries.
     enum StreamType
     {
-        StreamUnknown = 0,
-        StreamVideo = 1,
-        StreamAudio = 2,
-        StreamSubtitle = 3
+        StreamUnknown = 0, ///< data, attached pictures and what the engine does not know
+        StreamVideo = 1,   ///< moving pictures
+        StreamAudio = 2,   ///< sound
+        StreamSubtitle = 3 ///< subtitles, as text or as pictures
     };
 
+    /// Of which nothing is known.
     CStreamInfomation(QObject* parent = 0);
     virtual ~CStreamInfomation();
 
-    /// StreamUnknown for data streams and attached pictures.
+    /// What the stream carries.
     StreamType streamType() const;
     void setStreamType(StreamType type);
 
@@ -63,6 +65,7 @@ public:
     QString language() const;
     void setLanguage(const QString& language);
 
+    /// Short lower-case name of the codec: "h264", "ac3"; empty when unknown.
     QString codecName() const;
     void setCodecName(const QString& name);
 
@@ -97,6 +100,7 @@ public:
     unsigned int rawAspectRatio() const;
     void setRawAspectRatio(unsigned int packed);
 
+    /// Channels of audio; 0 when unknown.
     int channels() const;
     void setChannels(int count);
 
@@ -104,7 +108,7 @@ public:
     quint64 channelLayout() const;
     void setChannelLayout(quint64 mask);
 
-    /// Hertz.
+    /// Samples a second of audio; 0 when unknown.
     int samplerate() const;
     void setSamplerate(int hertz);
 

@@ -25,12 +25,12 @@ AVBASED_ASSERT_OFFSET(BDDiscInfo, scrambled, 4);
 /// title's own. What a chapter plays is from `timeStamp` on for `duration`, whatever its clips.
 struct BDPlayInfo
 {
-    std::uint32_t clipCount;
-    IBDList* clips;         ///< each item named after its stream file; null in chapter entries
-    const double* inTimes;  ///< `clipCount` times
-    const double* outTimes; ///< `clipCount` times
-    double timeStamp;       ///< chapter entries: start within the title
-    double duration;
+    std::uint32_t clipCount; ///< entries of `clips` and of both lists of times
+    IBDList* clips;          ///< each item named after its stream file; null in chapter entries
+    const double* inTimes;   ///< `clipCount` times
+    const double* outTimes;  ///< `clipCount` times
+    double timeStamp;        ///< chapter entries: start within the title
+    double duration;         ///< of the title, or of the chapter
     std::uint32_t reserved32[2];
 };
 

@@ -19,15 +19,18 @@ class CAVBasedModelWrapper;
 class VSPAVBASED_EXPORT CAVBasedContext
 {
 public:
+    /// The one object.
     static CAVBasedContext* instance();
 
+    /// The step to the model. Never null.
     CAVBasedModel* avbasedModel();
 };
 
-/// The engine's model. Never null.
+/// The engine's model.
 class VSPAVBASED_EXPORT CAVBasedModel
 {
 public:
+    /// The step to the factories. Never null.
     CAVBasedModelWrapper* w_func();
 };
 

@@ -19,11 +19,11 @@ AVBASED_ASSERT_SIZE(DVDSubpictureInfo, 8);
 /// One audio track of a DVD title.
 struct DVDAudioInfo
 {
-    const char* codec;      ///< as in "ac3", "dts", "mp2", "pcm_dvd", or empty; ASCII
-    const char* language;   ///< code of two letters, or empty; ASCII
-    const char* kind;       ///< "normal", "impaired", "commentary", "commentary2" or empty
-    std::uint32_t streamId; ///< the id that the title's movie gives the stream
-    std::uint32_t channels;
+    const char* codec;           ///< as in "ac3", "dts", "mp2", "pcm_dvd", or empty; ASCII
+    const char* language;        ///< code of two letters, or empty; ASCII
+    const char* kind;            ///< "normal", "impaired", "commentary", "commentary2" or empty
+    std::uint32_t streamId;      ///< the id that the title's movie gives the stream
+    std::uint32_t channels;      ///< 0 when unknown
     std::uint32_t sampleRate;    ///< hertz
     std::uint32_t codeExtension; ///< the disc's own code for `kind`, 0 for none
 };
@@ -45,14 +45,14 @@ struct DVDTitleInfo
     };
 
     std::uint32_t reserved0[2];
-    double duration; ///< seconds
-    std::uint32_t chapterCount;
+    double duration;             ///< seconds
+    std::uint32_t chapterCount;  ///< number of `chapterStarts`
     const double* chapterStarts; ///< `chapterCount` times in seconds
     std::uint32_t reserved24[2];
-    std::uint32_t subpictureCount; ///< at most MaxSubpictures
-    DVDSubpictureInfo subpictures[MaxSubpictures];
-    std::uint32_t audioCount; ///< at most MaxAudioTracks
-    DVDAudioInfo audio[MaxAudioTracks];
+    std::uint32_t subpictureCount;                 ///< at most MaxSubpictures
+    DVDSubpictureInfo subpictures[MaxSubpictures]; ///< in the disc's order
+    std::uint32_t audioCount;                      ///< at most MaxAudioTracks
+    DVDAudioInfo audio[MaxAudioTracks];            ///< in the disc's order
     std::uint32_t reserved520[4];
 };
 
@@ -75,7 +75,7 @@ struct DVDTitleSetInfo
 
     std::int32_t id; ///< number of the set, or UnusableId
     std::uint32_t reserved4[129];
-    std::uint32_t titleCount;
+    std::uint32_t titleCount;   ///< number of `titles`
     const DVDTitleInfo* titles; ///< `titleCount` records
 };
 

@@ -5,8 +5,10 @@
 
 namespace AVBased {
 
+/// @addtogroup control
 /// What an engine that works in processes of its own offers a host beside the interfaces. Callable
 /// from any thread.
+/// @{
 
 /// How many processes the engine may have at work at once: 1 to 4, by default as many as there are
 /// processors. With one alone nothing is done ahead of being asked for. To be called before the
@@ -35,5 +37,7 @@ VSPAVBASED_EXPORT const char* engineProtections();
 /// its process ended or which limit it passed, or why there is none. setLogReceiver()'s receiver
 /// has these lines among its own, and its rules hold.
 VSPAVBASED_EXPORT void setFailureReceiver(LogReceiver receiver, void* context);
+
+/// @}
 
 } // namespace AVBased

@@ -5,6 +5,9 @@
 
 namespace AVBased {
 
+/// @addtogroup control
+/// @{
+
 /// Receives one message of the engine or of a library below it, a line without a
 /// line break. UTF-8, but for names of files that are not. Called on the thread that the message
 /// comes from, one call at a time.
@@ -14,5 +17,7 @@ typedef void (*LogReceiver)(const char* message, void* context);
 /// the start, they are dropped. When setLogReceiver() returns, the former receiver is not running
 /// and is never called again. A receiver must not call it.
 VSPAVBASED_EXPORT void setLogReceiver(LogReceiver receiver, void* context);
+
+/// @}
 
 } // namespace AVBased

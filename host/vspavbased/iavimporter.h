@@ -30,6 +30,7 @@ public:
     virtual void reserved2() {}
     virtual void reserved3() {}
 
+    /// The number of movies: 1 for a media file, one a title for a DVD.
     virtual std::uint32_t movieCount() = 0;
 
     /// The movie at `index`, counted from 0; null when there is none.

@@ -15,8 +15,10 @@ enum PixelFormat
 class IAVPicture
 {
 public:
+    /// A PixelFormat.
     virtual std::int32_t pixelFormat() = 0;
 
+    /// Width and height in pixels.
     virtual void dimensions(std::int32_t* width, std::int32_t* height) = 0;
 
     virtual void reserved2() {}

@@ -24,6 +24,7 @@ public:
     /// Ends a list that the caller owns.
     virtual void release() = 0;
 
+    /// The number of items.
     virtual std::uint32_t count() = 0;
 
     virtual void reserved2() {}

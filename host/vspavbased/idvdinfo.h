@@ -10,6 +10,7 @@ namespace AVBased {
 class IDVDInfo
 {
 public:
+    /// The number of title sets.
     virtual std::uint32_t titleSetCount() = 0;
 
     /// The set at `index`, counted from 0; null when there is none.

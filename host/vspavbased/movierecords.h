@@ -28,7 +28,7 @@ struct AVStreamInfo
     std::uint64_t frameRate;   ///< numerator in the high 32 bits, denominator in the low
     std::uint32_t aspectRatio; ///< display ratio, numerator in the high 16 bits
     std::int32_t sampleRate;   ///< hertz
-    std::int32_t channels;
+    std::int32_t channels;     ///< of audio
     std::uint32_t reserved52;
     std::uint64_t channelLayout; ///< a bit a loudspeaker, front left lowest
     std::int32_t bitRate;        ///< bits a second
@@ -56,8 +56,8 @@ AVBASED_ASSERT_SIZE(AVStreamInfo, 80);
 /// One tag of a movie. Texts are Latin-1, never null.
 struct AVMetaItem
 {
-    const char* key;
-    const char* value;
+    const char* key;   ///< what the tag is about: "title"
+    const char* value; ///< what it says
 };
 
 AVBASED_ASSERT_OFFSET(AVMetaItem, key, 0);
@@ -67,13 +67,13 @@ AVBASED_ASSERT_SIZE(AVMetaItem, 8);
 /// One movie of an importer, or one stream file of a Blu-ray disc.
 struct AVMovieInfo
 {
-    const char* name; ///< UTF-8; empty when the movie has none
-    std::int32_t id;  ///< key for openSource() and IDVDInfo::isMainTitle()
-    std::uint32_t streamCount;
+    const char* name;            ///< UTF-8; empty when the movie has none
+    std::int32_t id;             ///< key for openSource() and IDVDInfo::isMainTitle()
+    std::uint32_t streamCount;   ///< number of `streams`
     const AVStreamInfo* streams; ///< `streamCount` records
-    std::uint32_t metaCount;
-    const AVMetaItem* meta; ///< `metaCount` records, in the file's order
-    const char* format;     ///< short name of the container, Latin-1
+    std::uint32_t metaCount;     ///< number of `meta`
+    const AVMetaItem* meta;      ///< `metaCount` records, in the file's order
+    const char* format;          ///< short name of the container, Latin-1
 };
 
 AVBASED_ASSERT_OFFSET(AVMovieInfo, name, 0);

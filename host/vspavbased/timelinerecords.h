@@ -25,14 +25,14 @@ AVBASED_ASSERT_SIZE(SourceRecord, 68);
 /// Duration and format of the source inserted last. Packed values as in AVStreamInfo.
 struct alignas(8) FormatRecord
 {
-    std::int32_t durationMs;
-    std::int32_t width;  ///< pixels
-    std::int32_t height; ///< pixels
+    std::int32_t durationMs; ///< of the source
+    std::int32_t width;      ///< pixels
+    std::int32_t height;     ///< pixels
     std::uint32_t padding12;
-    std::uint64_t frameRate;
-    std::int32_t sampleRate; ///< hertz
-    std::int32_t channels;
-    std::uint32_t aspectRatio;
+    std::uint64_t frameRate;   ///< packed
+    std::int32_t sampleRate;   ///< hertz
+    std::int32_t channels;     ///< of audio
+    std::uint32_t aspectRatio; ///< packed
     std::uint32_t padding36;
 };
 

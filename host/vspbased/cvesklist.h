@@ -18,6 +18,7 @@ class VSPBASED_EXPORT CVeskList : public QObject
     Q_OBJECT
 
 public:
+    /// Without items.
     explicit CVeskList(QObject* parent = 0);
     virtual ~CVeskList();
 

@@ -31,7 +31,7 @@ public:
     {}
     virtual ~CVeskObjectPrivate() {}
 
-    CVeskObject* q_ptr;
+    CVeskObject* q_ptr; ///< the public object, set by CVeskObject
 
 private:
     CVeskObjectPrivate& operator=(const CVeskObjectPrivate&);
@@ -50,6 +50,7 @@ protected:
     /// Takes ownership of `dd` and makes this object its `q_ptr`.
     CVeskObject(CVeskObjectPrivate& dd, QObject* parent);
 
+    /// The private part, for VESK_DECLARE_PRIVATE. Never null.
     CVeskObjectPrivate* privatePart() const { return m_private; }
 
 private:

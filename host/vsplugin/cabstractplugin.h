@@ -18,6 +18,7 @@ class VSPLUGIN_EXPORT CAbstractPlugin : public QObject
     Q_OBJECT
 
 public:
+    /// Plug-ins are made by the loader, without parent.
     explicit CAbstractPlugin(QObject* parent = 0);
     virtual ~CAbstractPlugin();
 
@@ -32,7 +33,9 @@ public:
     virtual bool start();
 
 protected:
+    /// The counterpart of start(). For the framework.
     virtual void stop();
+    /// The counterpart of initialize(). For the framework.
     virtual void finalize();
 
 private:

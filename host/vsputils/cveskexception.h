@@ -16,9 +16,13 @@ public:
     CVeskException(const CVeskException& other);
     ~CVeskException();
 
+    /// The module's are 20030009 for what a standard exception says, and 20030001 for all else.
     int code() const { return m_code; }
+    /// For people, in English.
     QString message() const { return m_message; }
+    /// Path of the source file, as the compiler has it.
     QString file() const { return m_file; }
+    /// Line in it.
     int line() const { return m_line; }
 
     /// Hands the record to the host's log (see CVeskLog). Callable from any thread.
