@@ -17,10 +17,10 @@ set(VSPIMPORT_ENGINE ${CMAKE_INSTALL_LIBEXECDIR}/vspimport-${PROJECT_VERSION_MAJ
 # What belongs to the programs here and to nobody else.
 set(VSPIMPORT_PARTS ${CMAKE_INSTALL_LIBDIR}/vspimport)
 
-file(RELATIVE_PATH VSPIMPORT_BIN_TO_LIB /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_BINDIR})
-set(CMAKE_INSTALL_RPATH $ORIGIN $ORIGIN/${VSPIMPORT_BIN_TO_LIB})
+set(CMAKE_INSTALL_RPATH $ORIGIN/${bin_to_lib})
 
 # vspimport_library(TARGET NAME) - makes TARGET a library for hosts, vspimport::NAME, which exports
 # nothing but what its headers declare.
@@ -28,7 +28,8 @@ function(vspimport_library target name)
     set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     add_library(vspimport::${name} ALIAS ${target})
     set_target_properties(${target} PROPERTIES EXPORT_NAME ${name} OUTPUT_NAME ${name}
-        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${exports})
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+        INSTALL_RPATH $ORIGIN LINK_DEPENDS ${exports})
     target_link_options(${target} PRIVATE -Wl,--version-script=${exports})
     install(TARGETS ${target} EXPORT vspimport-targets
         LIBRARY COMPONENT runtime NAMELINK_COMPONENT development)
@@ -36,8 +37,7 @@ endfunction()
 
 # vspimport_part(TARGET) - makes TARGET a library that the programs here load.
 function(vspimport_part target)
-    file(RELATIVE_PATH to_libraries /${VSPIMPORT_PARTS} /${CMAKE_INSTALL_LIBDIR})
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/${to_libraries}"
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH $ORIGIN:$ORIGIN/..
         LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/${VSPIMPORT_PARTS})
     install(TARGETS ${target} DESTINATION ${VSPIMPORT_PARTS} COMPONENT program)
 endfunction()

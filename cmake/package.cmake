@@ -16,6 +16,7 @@ install(FILES
     DESTINATION ${package_dir} COMPONENT development)
 
 file(RELATIVE_PATH pkgconfig_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" pkgconfig_to_prefix ${pkgconfig_to_prefix})
 configure_file(cmake/vspimport.pc.in vspimport.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vspimport.pc
     DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
