@@ -12,7 +12,7 @@ namespace AVBased {
 
 /// How many processes the engine may have at work at once: 1 to 4, by default as many as there are
 /// processors. With one alone nothing is done ahead of being asked for. To be called before the
-/// engine is first used.
+/// first item.
 VSPAVBASED_EXPORT void setEngineProcesses(unsigned count);
 
 /// Starts the engine, which otherwise starts with the first item. False when it cannot be started:

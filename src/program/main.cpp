@@ -2,37 +2,31 @@
 //
 // The command-line host of the import plug-in:
 //
-//   main, options        the command line
+//   main                 starts the engine, which takes longest, and loads the rest
+//   program, options     the command line
 //   plugin               loads the plug-in, and then what needs its classes:
-//   importhost           sets the context and runs one ImportSession
-//   importsession        one import: listens to the reply, keeps and deletes the tasks
-//   jsonmodel, summary   show what was found; progressline shows how far it is
+//   importcommand        sets the context, has ImportRun import, and writes the results
+//   importrun            all of it at once or in parts; ImportResult is what came of it
+//   jsonoutput, summary  show what was found; importprogress shows how far it is
 //   reportcommand        shows a saved error report, without the plug-in
 //
 // Everything here runs on the main thread but the log's receivers.
-#include "options.h"
-#include "plugin.h"
-#include "reportcommand.h"
 #include "vspavbased/enginecontrol.h"
-
-#include <QtCore/QCoreApplication>
 
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <langinfo.h>
 #include <pwd.h>
+#include <string>
 #include <unistd.h>
 
 namespace {
 
-enum ExitStatus
-{
-    Done = 0,
-    Unusable = 2
-};
+const int unusable = 2;
 
 /// Qt decodes file names by the locale. In a bare environment that would be ASCII, and most names
 /// could not be opened.
@@ -61,35 +55,26 @@ void ensureHome()
         setenv("HOME", user->pw_dir, 1);
 }
 
-void print(const QString& text, std::FILE* file)
+/// Whether the command line is likely to ask for an import; starting the engine for nothing costs
+/// little.
+bool mayImport(int argc, char** argv)
 {
-    std::fputs(text.toLocal8Bit().constData(), file);
+    for (int i = 1; i < argc; ++i) {
+        for (const char* word : {"-h", "--help", "--version", "report"}) {
+            if (std::strcmp(argv[i], word) == 0)
+                return false;
+        }
+    }
+    return argc > 1;
 }
 
-int unusable(const QString& reason)
+/// The library with the rest of the program, found from where this lies.
+std::string programLibrary()
 {
-    print(QStringLiteral("vspimport: %1\n").arg(reason), stderr);
-    return Unusable;
-}
-
-void showVersion()
-{
-    print(QStringLiteral("vspimport " VSPIMPORT_VERSION "\n"), stdout);
-    const QString protections = QString::fromUtf8(AVBased::engineProtections());
-    print(protections.isEmpty()
-              ? QString::fromUtf8(AVBased::engineFailure()) + QLatin1Char('\n')
-              : QStringLiteral("The engine's processes have %1.\n").arg(protections),
-          stdout);
-}
-
-int import(const Options& options)
-{
-    if (options.jobs > 0)
-        AVBased::setEngineProcesses(unsigned(options.jobs));
-    AVBased::startEngine(); // first, since it takes longest; the import says when it cannot be
-    Plugin plugin;
-    QString error;
-    return plugin.load(error) ? plugin.import(options) : unusable(error);
+    char path[4096];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof(path));
+    const std::string program(path, length > 0 ? std::size_t(length) : 0);
+    return program.substr(0, program.rfind('/') + 1) + VSPIMPORT_PARTS "/libvspimport_program.so";
 }
 
 } // namespace
@@ -99,23 +84,13 @@ int main(int argc, char** argv)
     ensureStandardStreams();
     ensureUtf8FileNames();
     ensureHome();
-    const QCoreApplication application(argc, argv);
-    Options options;
-    QString error;
-    if (!parseOptions(argc, argv, options, error))
-        return unusable(error);
-    switch (options.command) {
-    case Options::Command::Help:
-        print(helpText(), stdout);
-        return Done;
-    case Options::Command::Version:
-        showVersion();
-        return Done;
-    case Options::Command::Report:
-        return showReport(options.reportToRead, options.reportAsJson, error) ? Done
-                                                                             : unusable(error);
-    case Options::Command::Import:
-        break;
+    if (mayImport(argc, argv))
+        AVBased::startEngine(); // the import says when it cannot be
+    void* library = dlopen(programLibrary().c_str(), RTLD_NOW);
+    void* program = library ? dlsym(library, "vspimportMain") : nullptr;
+    if (!program) {
+        std::fprintf(stderr, "vspimport: a part of the program cannot be loaded: %s\n", dlerror());
+        return unusable;
     }
-    return import(options);
+    return reinterpret_cast<int (*)(int, char**)>(program)(argc, argv);
 }

@@ -2,7 +2,8 @@
 //
 // The far half of the engine: programs that libvspavbased starts.
 //
-//   main, tablesmain   what vspimport-engine and vspimport-tables can do
+//   main               vspimport-engine, which loads the rest: enginemodule, with libav
+//   tablesmain         vspimport-tables, which does without
 //   Supervisor         forks engine processes off itself and tells how they end
 //   enterSandbox()     what such a process gives up before it is asked anything
 //   Server             answers requests: what an item holds, what a movie shows
