@@ -104,7 +104,7 @@ private Q_SLOTS:
                    (refusal < 0) == told.reason.isEmpty() && !told.reason.endsWith('.');
         };
         const uid_t user = geteuid();
-        if (user == 0) // who may read everything
+        if (user == 0 && path.contains("secret")) // who may read everything
             QCOMPARE(seteuid(65534), 0);
         told = Told();
         const bool isDisc = LoaderPtr(engineWrapper()->createBDLoader())->open(qPrintable(path));
