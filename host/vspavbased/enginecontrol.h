@@ -38,6 +38,40 @@ VSPAVBASED_EXPORT const char* engineProtections();
 /// has these lines among its own, and its rules hold.
 VSPAVBASED_EXPORT void setFailureReceiver(LogReceiver receiver, void* context);
 
+/// Why an item cannot be opened. The greater the number, the more it tells: of several reasons for
+/// one path, as of an image that is tried as a Blu-ray disc and then as a DVD, take the greatest.
+enum Refusal
+{
+    RefusedOther = 0,
+    RefusedUnknown = 1,     ///< not a media file, or of a kind that is not known
+    RefusedNoDisc = 2,      ///< a folder or an image without a disc of the kind that was looked for
+    RefusedNoStreams = 3,   ///< neither video nor audio
+    RefusedDamaged = 4,     ///< of a known kind, but not as such a file has to be
+    RefusedCutOff = 5,      ///< the file ends before what has to be there
+    RefusedNoIndex = 6,     ///< an MP4 or QuickTime file whose end, and with it the index, is lost
+    RefusedProtected = 7,   ///< encrypted
+    RefusedTooLong = 8,     ///< reading it was given up
+    RefusedCrashed = 9,     ///< the process that read it has ended
+    RefusedEmpty = 10,      ///< a file of no bytes
+    RefusedUnreadable = 11, ///< the device reports errors
+    RefusedNoFile = 12,     ///< a pipe, a device: neither a file nor a folder
+    RefusedGone = 13,       ///< nothing is there
+    RefusedDenied = 14,     ///< no permission for the item, or for something that it needs
+    RefusedNoEngine = 15    ///< engineFailure() says why
+};
+
+/// Receives the reason, a Refusal, why the item at `path` cannot be opened; `path` is what the
+/// engine was given. `reason` says it to people: a phrase in lower case without a full stop.
+typedef void (*RefusalReceiver)(const char* path, int refusal, const char* reason, void* context);
+
+/// Has `receiver`, which gets `context` too, told of every item that IAVManager::createImporter()
+/// or IBDLoader::open() cannot open, on the calling thread, before they return. RefusedProtected is
+/// told of each protected media file, even of one that can be opened: whether to let it in is the
+/// caller's to decide. Nothing is told of what stopEngine() has ended. The log has the same as a
+/// line "PATH: REASON", or one that says more. As for setLogReceiver(), calls come one at a time,
+/// and a former receiver is not called any more; null ends it.
+VSPAVBASED_EXPORT void setRefusalReceiver(RefusalReceiver receiver, void* context);
+
 /// @}
 
 } // namespace AVBased

@@ -38,7 +38,6 @@ public:
             if (opening.answer != Opening::Answer::notMine)
                 return opening;
         }
-        log("nothing that can be imported: " + path);
         return Opening::refused();
     }
 

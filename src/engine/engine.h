@@ -11,6 +11,7 @@
 //   timeline/        stream files in a row
 //   bytes/           reading bytes that nobody vouches for
 //   libav.h          owns the handles of the library below
+//   refusal.h        why an item cannot be opened
 //
 // Of libraries only libav is asked what a file holds. Those that read the tables of discs crash on
 // damaged ones, and those that read images write to standard error: dvd/, bluray/ and disc/ read
@@ -29,8 +30,8 @@
 
 namespace engine {
 
-/// What the engine does. Objects that it hands out are the caller's; null, with the reason in the
-/// log, when something cannot be opened or made.
+/// What the engine does. Objects that it hands out are the caller's; null, with the reason noted
+/// as refusal.h says or in the log, when something cannot be opened or made.
 class Engine
 {
 public:

@@ -2,56 +2,26 @@
 #include "enginelink/log.h"
 
 #include "enginelink/ascii.h"
+#include "enginelink/receiver.h"
 #include "vspavbased/enginecontrol.h"
 #include "vspavbased/enginelog.h"
 
-#include <atomic>
 #include <cstdio>
-#include <mutex>
-#include <type_traits>
 
 namespace engine {
 
 namespace {
 
-/// A receiver and the lock under which it is called.
-class Target
+Receiver<AVBased::LogReceiver>& messages()
 {
-public:
-    bool isSet() const { return m_receiver.load() != nullptr; }
-
-    void set(AVBased::LogReceiver receiver, void* context)
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        m_receiver = receiver;
-        m_context = context;
-    }
-
-    void send(const std::string& line)
-    {
-        std::lock_guard<std::mutex> lock(m_mutex);
-        if (const AVBased::LogReceiver receiver = m_receiver)
-            receiver(line.c_str(), m_context);
-    }
-
-private:
-    std::mutex m_mutex;
-    std::atomic<AVBased::LogReceiver> m_receiver{nullptr};
-    void* m_context = nullptr;
-};
-
-static_assert(std::is_trivially_destructible_v<Target>, "libraries speak while the process ends");
-
-Target& messages()
-{
-    static Target target;
-    return target;
+    static Receiver<AVBased::LogReceiver> receiver;
+    return receiver;
 }
 
-Target& failures()
+Receiver<AVBased::LogReceiver>& failures()
 {
-    static Target target;
-    return target;
+    static Receiver<AVBased::LogReceiver> receiver;
+    return receiver;
 }
 
 std::string asLine(const std::string& message)
@@ -76,13 +46,13 @@ bool logIsOpen()
 void log(const std::string& message)
 {
     if (logIsOpen())
-        messages().send(asLine(message));
+        messages().tell(asLine(message).c_str());
 }
 
 void logFailure(const std::string& message)
 {
     log(message);
-    failures().send(asLine(message));
+    failures().tell(asLine(message).c_str());
 }
 
 void logFormatted(const char* origin, const char* format, va_list arguments)

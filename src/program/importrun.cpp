@@ -8,6 +8,7 @@
 #include "sourcepaths.h"
 #include "sourcewalk.h"
 #include "unreadablefolders.h"
+#include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -160,9 +161,13 @@ void ImportRun::receiveSeen(const QString& path)
 
 QString ImportRun::reasonFor(int type, const QString& path)
 {
-    const QString reason =
-        type == CImportModel::ErrorImportFalsed ? m_refusals.take(path) : QString();
-    return reason.isEmpty() ? QLatin1String(errorName(type).reason) : reason;
+    Refusals::Refusal refusal;
+    if (type == CImportModel::ErrorImportFalsed)
+        refusal = m_refusals.take(path);
+    if (refusal.reason.isEmpty())
+        return QLatin1String(errorName(type).reason);
+    const bool mayBeLetIn = refusal.kind == AVBased::RefusedProtected && !m_options.allowDrm;
+    return refusal.reason + QLatin1String(mayBeLetIn ? "; --allow-drm lets it in" : "");
 }
 
 /// Without anybody to read them, the rest of the lines are of no use.

@@ -19,12 +19,12 @@ QString keyOf(QString path)
 
 Refusals::Refusals()
 {
-    // TODO AVBased::setRefusalReceiver(receive, this);
+    AVBased::setRefusalReceiver(receive, this);
 }
 
 Refusals::~Refusals()
 {
-    // TODO
+    AVBased::setRefusalReceiver(nullptr, nullptr);
 }
 
 void Refusals::receive(const char* path, int kind, const char* reason, void* context)
@@ -32,15 +32,14 @@ void Refusals::receive(const char* path, int kind, const char* reason, void* con
     auto* self = static_cast<Refusals*>(context);
     const QString key = keyOf(QString::fromUtf8(path));
     QMutexLocker lock(&self->m_mutex);
-    // An image is tried as one kind of disc and then as the other.
+    // An image is tried as one kind of disc and then as the other: the greater one tells more.
     const auto known = self->m_refusals.constFind(key);
     if (known == self->m_refusals.constEnd() || kind > known->kind)
         self->m_refusals.insert(key, {kind, QString::fromUtf8(reason)});
 }
 
-QString Refusals::take(const QString& path)
+Refusals::Refusal Refusals::take(const QString& path)
 {
     QMutexLocker lock(&m_mutex);
-    const Refusal refusal = m_refusals.take(keyOf(path));
-    return refusal.reason;
+    return m_refusals.take(keyOf(path));
 }

@@ -13,17 +13,16 @@ public:
     Refusals();
     ~Refusals();
 
-    /// The reason for the item at `path`, for people, which is then forgotten; empty when none is
-    /// known.
-    QString take(const QString& path);
-
-private:
     struct Refusal
     {
-        int kind;
-        QString reason;
+        int kind = 0;   ///< an AVBased::Refusal
+        QString reason; ///< for people; empty when none is known
     };
 
+    /// What is known of the item at `path`, which is then forgotten.
+    Refusal take(const QString& path);
+
+private:
     static void receive(const char* path, int kind, const char* reason, void* context);
 
     QMutex m_mutex;

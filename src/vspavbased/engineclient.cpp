@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "engineclient.h"
 
+#include "files/itemstate.h"
 #include "ofprocess.h"
 #include "policy.h"
 #include "process/enginepool.h"
+#include "refusals.h"
 
 #include <algorithm>
 
@@ -13,6 +15,14 @@ namespace {
 
 /// Of pictures that wait to be asked for.
 constexpr std::size_t mostPictureBytes = std::size_t{32} * 1024 * 1024;
+
+/// What the file system says of the item is worth more than what the engine makes of that.
+void tellRefusal(const Job& job, bool isInLog)
+{
+    const std::string& path = job.item().path;
+    if (const auto refusal = job.refusal())
+        refuse(path, std::max(*refusal, stateOfItem(path)), isInLog);
+}
 
 } // namespace
 
@@ -47,8 +57,12 @@ ItemRecordPtr EngineClient::describe(const Item& item)
         job = std::make_shared<DescribeJob>(item, DescribeJob::By::engine);
         isAnswered = pool.run(job);
     }
-    if (!isAnswered || !job->record())
+    if (!isAnswered || !job->record()) {
+        tellRefusal(*job, !isAnswered);
         return nullptr;
+    }
+    if (job->record()->isProtected())
+        refuse(item.path, AVBased::RefusedProtected, false);
     const Lock lock(m_mutex);
     m_pictures.add(job->record());
     return job->record();
@@ -102,8 +116,12 @@ void EngineClient::describeAheadFrom(const std::string& path)
 DiscRecordPtr EngineClient::readDisc(const std::string& path)
 {
     const auto job = std::make_shared<ReadDiscJob>(Item{path, nullptr});
-    if (!EnginePool::instance().run(job) || !job->record())
+    const bool isAnswered = EnginePool::instance().run(job);
+    if (!isAnswered || !job->record()) {
+        // Of an image without one the log says nothing: it may well be that of a DVD.
+        tellRefusal(*job, !isAnswered || job->refusal() == AVBased::RefusedNoDisc);
         return nullptr;
+    }
     const Lock lock(m_mutex);
     m_pictures.add(job->record());
     return job->record();

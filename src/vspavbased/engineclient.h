@@ -34,9 +34,9 @@ public:
     /// Forgets all that is planned.
     void end();
 
-    /// Null when the item cannot be opened.
+    /// Null when the item cannot be opened; the host has been told why.
     ItemRecordPtr describe(const Item& item);
-    /// Null when there is no Blu-ray disc.
+    /// Null when there is no Blu-ray disc; the same.
     DiscRecordPtr readDisc(const std::string& path);
     /// Has the engine close what it has open of the item, which may still be asked about.
     void close(const ItemRecord& item);

@@ -6,6 +6,7 @@
 #include "enginelink/log.h"
 #include "enginelink/timeline/timelinetext.h"
 #include "importer.h"
+#include "refusals.h"
 #include "timeline/timelineeditor.h"
 #include "timeline/writtentimelines.h"
 
@@ -27,6 +28,7 @@ AVBased::IAVImporter* EngineManager::createImporter(const char* utf8Path)
     const Item item = {path, timelines.find(path)};
     if (!item.timeline && endsWith(path, timelineSuffix)) {
         log(path + ": a timeline that this process has not written");
+        refuse(path, AVBased::RefusedOther, true);
         return nullptr;
     }
     if (const ItemRecordPtr record = EngineClient::instance().describe(item))

@@ -12,6 +12,7 @@
 //                     EngineProgram, SupervisorLink: the programs that fork them
 //   records/          the boundary's records out of messages
 //   files/            ItemFiles: what a process may open, the one rule
+//   refuse()          tells the host why an item cannot be opened
 //   Policy            how many processes, and how long they may take
 //
 // The boundary's objects are used on one thread each; everything from EngineClient down is shared,

@@ -3,8 +3,11 @@
 // Files in disc images, whatever the disc.
 #include "disc/discfiles.h"
 #include "files.h"
+#include "files/files.h"
+#include "refusal.h"
 #include "udfwriter.h"
 
+#include <fcntl.h>
 #include <udfread/udfread.h>
 
 #include <QtCore/QProcess>
@@ -32,6 +35,24 @@ QByteArray readByLibrary(udfread* udf, const char* path, int size)
 
 } // namespace
 
+/// Each file is one that is there, and gives nothing but errors.
+class BrokenFiles final : public engine::Files
+{
+public:
+    explicit BrokenFiles(const QString& file)
+        : m_file(file.toUtf8())
+    {}
+    engine::FileKind kindOf(const std::string&) override { return engine::FileKind::file; }
+    wire::Descriptor open(const std::string&) override
+    {
+        return wire::Descriptor(::open(m_file.constData(), O_WRONLY | O_CLOEXEC));
+    }
+    std::vector<engine::FolderEntry> list(const std::string&, std::size_t) override { return {}; }
+
+private:
+    QByteArray m_file;
+};
+
 class DiscTest : public QObject
 {
     Q_OBJECT
@@ -52,6 +73,19 @@ private Q_SLOTS:
             QProcess::execute("genisoimage", {"-quiet", "-udf", "-input-charset", "utf-8", "-V",
                                               "VOLUME", "-o", path("102.iso"), path("disc")}),
             0);
+    }
+
+    /// A bad disk is told from bad contents.
+    void tellsUnreadableFiles()
+    {
+        static BrokenFiles broken(path("250.iso"));
+        engine::Files& whole = engine::files();
+        engine::takeRefusal();
+        engine::useFiles(broken);
+        const bool isOpened = DiscFiles::open("/disc.iso") != nullptr;
+        engine::useFiles(whole);
+        QVERIFY(!isOpened);
+        QCOMPARE(engine::takeRefusal(), AVBased::RefusedUnreadable);
     }
 
     /// As they were written, and as libudfread reads them.

@@ -11,6 +11,7 @@
 #include "process/engineprocess.h"
 #include "process/engineprogram.h"
 #include "process/jobs.h"
+#include "refusals.h"
 
 #include <sys/socket.h>
 
@@ -55,10 +56,23 @@ bool isAnswered(Job& job, const std::uint8_t* data, std::size_t size)
     return process.run(job, failure) == EngineProcess::Outcome::answered;
 }
 
+/// Whoever answers without a record says why, in a word that the host knows.
+template <typename SomeJob>
+void checkRefusal(const SomeJob& job, bool answered)
+{
+    const bool isRefused = answered && !job.record();
+    if (isRefused != job.refusal().has_value() ||
+        (isRefused && *job.refusal() > AVBased::RefusedNoEngine))
+        std::abort();
+    if (isRefused)
+        refuse(item.path, *job.refusal(), true);
+}
+
 bool describe(const std::uint8_t* data, std::size_t size)
 {
     DescribeJob job(item);
     const bool answered = isAnswered(job, data, size);
+    checkRefusal(job, answered);
     if (job.record()) {
         auto* importer = new Importer(job.record());
         walk(*importer, item.path.c_str());
@@ -72,6 +86,7 @@ bool readDisc(const std::uint8_t* data, std::size_t size)
 {
     ReadDiscJob job(item);
     const bool answered = isAnswered(job, data, size);
+    checkRefusal(job, answered);
     if (job.record()) {
         auto* loader = new DiscLoader(job.record());
         walk(*loader);

@@ -103,7 +103,7 @@ void writeQuestions(AnswerFolder& folder)
     folder.write(told[2], wire::CreateTellFileKind(told[2], text(2, "/item/../item")));
     folder.write(told[3], wire::CreateListFolder(told[3], text(3, "/item")));
     folder.write(told[4], wire::CreateOpenFile(told[4], text(4, "/item/file")));
-    folder.write(told[5], wire::CreateDescribed(told[5]));
+    folder.write(told[5], wire::CreateDescribed(told[5], 0, false, 5));
 }
 
 int writeAnswers(const std::string& folder, char** items)

@@ -9,6 +9,7 @@
 #include "disc/discfiles.h"
 #include "enginelink/log.h"
 #include "files/files.h"
+#include "refusal.h"
 #include "text.h"
 
 #include <algorithm>
@@ -167,7 +168,7 @@ std::unique_ptr<BlurayDisc> DiscReader::read()
     if (m_deadline.givenUp() || m_streamDeadline.givenUp())
         log(m_path + ": reading the disc took too long, parts of it are left out");
     if (m_disc->files.empty() && m_disc->titles.empty()) {
-        log(m_path + ": neither playlists nor stream files");
+        noteRefusal(AVBased::RefusedDamaged);
         return nullptr;
     }
     return std::move(m_disc);
@@ -353,13 +354,13 @@ std::int64_t DiscTitle::duration() const
 std::unique_ptr<BlurayDisc> readBlurayDisc(const std::string& path)
 {
     const std::string root = withoutTrailingSeparators(path);
-    const auto files = DiscFiles::open(root);
-    if (!files)
-        return nullptr;
-    for (const char* folder : rootFolders) {
-        if (files->hasFolder(folder))
-            return DiscReader(root, *files, folder).read();
+    if (const auto files = DiscFiles::open(root)) {
+        for (const char* folder : rootFolders) {
+            if (files->hasFolder(folder))
+                return DiscReader(root, *files, folder).read();
+        }
     }
+    noteRefusal(AVBased::RefusedNoDisc);
     return nullptr;
 }
 

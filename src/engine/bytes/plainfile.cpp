@@ -2,6 +2,7 @@
 #include "bytes/plainfile.h"
 
 #include "files/files.h"
+#include "refusal.h"
 
 #include <unistd.h>
 
@@ -12,6 +13,8 @@ namespace engine {
 std::shared_ptr<const PlainFile> PlainFile::open(const std::string& path)
 {
     wire::Descriptor descriptor = files().open(path);
+    if (!descriptor)
+        noteFileError(errno);
     const off_t size = descriptor ? lseek(descriptor.get(), 0, SEEK_END) : -1;
     if (size < 0)
         return nullptr;
@@ -27,8 +30,12 @@ std::size_t PlainFile::read(std::uint64_t offset, std::uint8_t* buffer, std::siz
                                     static_cast<off_t>(offset + done));
         if (count > 0)
             done += static_cast<std::size_t>(count);
-        else if (count == 0 || errno != EINTR)
+        else if (count == 0)
             break;
+        else if (errno != EINTR) {
+            noteFileError(EIO); // whatever the number: it is there, and cannot be read
+            break;
+        }
     }
     return done;
 }

@@ -5,6 +5,8 @@
 #include "dvd/maintitle.h"
 #include "dvd/scrambling.h"
 #include "enginelink/log.h"
+#include "files/files.h"
+#include "refusal.h"
 #include "text.h"
 
 #include <cstring>
@@ -14,13 +16,16 @@ namespace engine {
 Opening DvdImporter::open(const std::string& path, SourceOpener openTitle)
 {
     const auto location = locateDvd(path);
-    if (!location)
+    if (!location) {
+        if (files().kindOf(path) == FileKind::folder)
+            noteRefusal(AVBased::RefusedNoDisc);
         return Opening::notMine();
+    }
     // Of an image without a DVD nobody else is asked: libav finds sound in any kind of bytes.
-    const std::unique_ptr<VideoTs> files = VideoTs::open(*location);
-    const auto disc = files ? readDvd(*files, *location) : std::nullopt;
+    const std::unique_ptr<VideoTs> videoTs = VideoTs::open(*location);
+    const auto disc = videoTs ? readDvd(*videoTs, *location) : std::nullopt;
     if (!disc)
-        log(path + ": no DVD that can be used");
+        noteRefusal(videoTs ? AVBased::RefusedDamaged : AVBased::RefusedNoDisc);
     return disc ? Opening::opened(new DvdImporter(*location, *disc, openTitle))
                 : Opening::refused();
 }

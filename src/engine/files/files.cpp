@@ -2,6 +2,7 @@
 #include "files/files.h"
 
 #include "enginelink/log.h"
+#include "refusal.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -62,6 +63,7 @@ public:
             if (isFolder || entry->is_regular_file(statusError))
                 found.push_back({entry->path().filename().string(), isFolder});
         }
+        noteFileError(error.value());
         if (error)
             log(folder + ": " + error.message());
         return found;

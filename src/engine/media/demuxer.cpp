@@ -5,6 +5,7 @@
 #include "enginelink/log.h"
 #include "media/formats.h"
 #include "media/pixellimit.h"
+#include "refusal.h"
 
 #include <cerrno>
 #include <new>
@@ -69,6 +70,7 @@ std::unique_ptr<Demuxer> Demuxer::openBytes(ByteSourcePtr bytes, const std::stri
     if (result >= 0)
         return demuxer;
     logFailure(name, *demuxer, result);
+    noteRefusal(demuxer->refusal());
     return nullptr;
 }
 
@@ -110,6 +112,17 @@ bool Demuxer::findStreamInfo()
         avformat_find_stream_info(m_context.get(), limits.options()) >= 0 && !m_deadline.givenUp();
     limits.restoreSizes(*m_context);
     return isFound;
+}
+
+AVBased::Refusal Demuxer::refusal() const
+{
+    if (gaveUp())
+        return AVBased::RefusedTooLong;
+    if (!m_isKnown)
+        return AVBased::RefusedUnknown;
+    if (m_context)
+        return AVBased::RefusedNoStreams;
+    return m_hasEnded ? AVBased::RefusedCutOff : AVBased::RefusedDamaged;
 }
 
 void Demuxer::allow(std::chrono::milliseconds limit)
@@ -155,6 +168,8 @@ int Demuxer::read(std::uint8_t* buffer, int size)
 {
     if (isExhausted())
         return AVERROR_EXIT;
+    m_isKnown = m_context->iformat && m_context->probe_score > AVPROBE_SCORE_RETRY;
+    m_hasEnded = m_isKnown && m_position >= m_bytes->file().size();
     const std::size_t count =
         m_bytes->read(m_position, buffer, static_cast<std::size_t>(size), m_context->iformat);
     if (count == 0)

@@ -5,6 +5,7 @@
 #include "deadline.h"
 #include "libav.h"
 #include "media/claimguard.h"
+#include "vspavbased/enginecontrol.h"
 
 #include <memory>
 #include <optional>
@@ -40,6 +41,9 @@ public:
     /// Whether isExhausted() has answered true.
     bool gaveUp() const { return m_deadline.givenUp(); }
 
+    /// Why nothing came of it, if nothing has.
+    AVBased::Refusal refusal() const;
+
     AVFormatContext* context() const { return m_context.get(); }
 
     Demuxer(const Demuxer&) = delete;
@@ -67,6 +71,8 @@ private:
     std::int64_t m_mostBytesRead; ///< by this piece of work and those before
     std::optional<ClaimGuard> m_bytes;
     std::uint64_t m_position = 0; ///< of the next read from m_bytes
+    bool m_isKnown = false;       ///< libav was sure of the format
+    bool m_hasEnded = false;      ///< and looked for more of it behind the end
     std::unique_ptr<AVIOContext, FreeIo> m_io;
     FormatContextPtr m_context;
 };

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "media/mediaimporter.h"
 
-#include "enginelink/log.h"
 #include "media/demuxer.h"
 #include "media/framereader.h"
+#include "media/mp4index.h"
 #include "media/mp4protection.h"
 #include "media/protection.h"
 #include "media/streamtimes.h"
+#include "refusal.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,8 +15,6 @@
 namespace engine {
 
 namespace {
-
-const char protectedText[] = ": protected by digital rights management";
 
 bool hasParameters(const AVStream& stream)
 {
@@ -61,18 +60,17 @@ Opening MediaImporter::open(const std::string& path)
     Deadline deadline(describeLimit);
     auto demuxer = Demuxer::openFile(path);
     if (!demuxer) {
-        if (logIsOpen() && mp4DeclaresProtection(path, deadline))
-            log(path + protectedText);
+        if (mp4DeclaresProtection(path, deadline))
+            noteRefusal(AVBased::RefusedProtected);
+        else if (mp4LacksIndex(path, deadline))
+            noteRefusal(AVBased::RefusedNoIndex);
         return Opening::notMine();
     }
     if (!demuxer->findStreamInfo() || !isMedia(*demuxer->context())) {
-        log(path + (demuxer->gaveUp() ? ": given up, it took too long" : ": no usable stream"));
+        noteRefusal(demuxer->refusal());
         return Opening::notMine();
     }
-    auto* importer = new MediaImporter(path, *demuxer->context(), deadline);
-    if (importer->m_isProtected)
-        log(path + protectedText);
-    return Opening::opened(importer);
+    return Opening::opened(new MediaImporter(path, *demuxer->context(), deadline));
 }
 
 MediaImporter::MediaImporter(const std::string& path, AVFormatContext& context, Deadline& deadline)

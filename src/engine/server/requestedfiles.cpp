@@ -2,6 +2,7 @@
 #include "server/requestedfiles.h"
 
 #include "enginelink/log.h"
+#include "refusal.h"
 
 #include <fcntl.h>
 
@@ -72,6 +73,7 @@ std::vector<FolderEntry> RequestedFiles::list(const std::string& folder, std::si
         if (found.size() < most)
             found.push_back({entry->name()->str(), entry->is_folder()});
     }
+    noteFileError(listed->error());
     if (listed->error() != 0)
         log(folder + ": " + std::strerror(listed->error()));
     return found;

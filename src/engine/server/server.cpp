@@ -2,6 +2,7 @@
 #include "server/server.h"
 
 #include "enginelink/log.h"
+#include "refusal.h"
 #include "server/itemwriter.h"
 #include "vspavbased/enginelog.h"
 #include "vspavbased/iavpicture.h"
@@ -58,6 +59,7 @@ void Server::describe(const wire::Describe& request)
 {
     flatbuffers::FlatBufferBuilder builder;
     const std::string path = request.path()->str();
+    takeRefusal();
     const Opening opening =
         request.is_timeline() ? Opening::opened(m_engine.openTimeline(path)) : m_engine.open(path);
     const ImporterPtr importer(opening.importer);
@@ -65,18 +67,19 @@ void Server::describe(const wire::Describe& request)
     if (importer)
         item = writeItem(builder, *importer, path, m_engine.reopening(*importer));
     const bool isForOthers = opening.answer == Opening::Answer::notMine;
-    send(builder, wire::CreateDescribed(builder, item, isForOthers));
+    send(builder, wire::CreateDescribed(builder, item, isForOthers, takeRefusal()));
 }
 
 void Server::readDisc(const wire::ReadDisc& request)
 {
     flatbuffers::FlatBufferBuilder builder;
+    takeRefusal();
     const std::unique_ptr<AVBased::IBDLoader, Release> loader(
         m_engine.openDisc(request.path()->str()));
     flatbuffers::Offset<wire::Disc> disc = 0;
     if (loader)
         disc = writeDisc(builder, *loader);
-    send(builder, wire::CreateDiscRead(builder, disc));
+    send(builder, wire::CreateDiscRead(builder, disc, takeRefusal()));
 }
 
 void Server::takePicture(const wire::TakePicture& request)

@@ -198,7 +198,7 @@ ItemFiles::Kind ItemFiles::kindOf(const std::string& path) const
 
 wire::Descriptor ItemFiles::open(const std::string& path) const
 {
-    errno = EACCES;
+    errno = EPERM; // by the rule above, not by the system
     const Place place = placeOf(path);
     if (!place.isAllowed)
         return {};
@@ -216,7 +216,7 @@ int ItemFiles::list(const std::string& folder, std::vector<Entry>& entries) cons
 {
     const Place place = placeOf(folder);
     if (!place.isAllowed || !place.folder)
-        return EACCES;
+        return EPERM;
     wire::Descriptor found = openBeneath(*place.folder, place.path, O_RDONLY | O_DIRECTORY);
     const std::unique_ptr<DIR, CloseFolder> listed(found ? fdopendir(found.get()) : nullptr);
     if (!listed)

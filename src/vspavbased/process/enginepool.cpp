@@ -122,6 +122,7 @@ bool EnginePool::run(const JobPtr& job)
             execute(lock, job, std::move(process));
         } else if (m_busy.size() < policy().processes) {
             job->m_failure = m_engine.failure();
+            job->m_refusal = AVBased::RefusedNoEngine;
             return fail(lock, *job);
         } else {
             ++m_askers;
@@ -135,7 +136,10 @@ bool EnginePool::run(const JobPtr& job)
 bool EnginePool::fail(Lock& lock, Job& job)
 {
     const auto costly = m_costly.find(job.item().path);
-    std::string& failure = costly == m_costly.end() ? job.m_failure : costly->second;
+    const bool isCostly = costly != m_costly.end();
+    std::string& failure = isCostly ? costly->second.message : job.m_failure;
+    if (isCostly)
+        job.m_refusal = costly->second.refusal;
     const std::string message = std::exchange(failure, std::string());
     m_changed.notify_all(); // who works ahead may have waited for this one
     lock.unlock();
@@ -271,9 +275,14 @@ void EnginePool::execute(Lock& lock, const JobPtr& job, ProcessPtr process)
         const bool isRetried = outcome == Outcome::unasked && ownFailure.empty();
         const bool isOfThisImport = import == m_import && !m_isStopped && !m_isEnding;
         job->m_failure = program.failure().empty() ? ownFailure : program.failure();
+        if (!job->m_failure.empty())
+            job->m_refusal = ownFailure.empty() ? AVBased::RefusedNoEngine : AVBased::RefusedOther;
         // What was never begun is no item's fault.
-        if (outcome == Outcome::failed && isOfThisImport && job->m_failure.empty())
-            m_costly.emplace(job->item().path, "the engine process " + reason);
+        else if (!isRetried && isOfThisImport)
+            m_costly.emplace(
+                job->item().path,
+                Cost{outcome == Outcome::late ? AVBased::RefusedTooLong : AVBased::RefusedCrashed,
+                     "the engine process " + reason});
         job->m_state = isRetried ? Job::State::fresh : Job::State::failed;
     }
     m_changed.notify_all();

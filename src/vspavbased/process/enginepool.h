@@ -99,9 +99,13 @@ private:
     std::uint32_t m_lastNumber = 0;
     std::list<JobPtr> m_queue; ///< ahead
     int m_askers = 0;          ///< threads that wait for a process, not for its answer
-    /// Items that have cost a process in this import, and why, until it is in the log.
-    std::map<std::string, std::string> m_costly;
-    unsigned m_import = 0; ///< changes with each, and with a stop
+    struct Cost
+    {
+        AVBased::Refusal refusal;
+        std::string message; ///< until it is in the log
+    };
+    std::map<std::string, Cost> m_costly; ///< items that have cost a process in this import
+    unsigned m_import = 0;                ///< changes with each, and with a stop
     std::uint32_t m_protections = 0;
     bool m_isStopped = false;
     bool m_isEnding = false;

@@ -101,7 +101,9 @@ EngineProcess::Outcome EngineProcess::run(Job& job, std::string& failure)
         failure = "gave an answer that makes no sense";
         break;
     }
-    return isOfAnother ? Outcome::unasked : Outcome::failed;
+    if (isOfAnother)
+        return Outcome::unasked;
+    return result == Result::tooLate ? Outcome::late : Outcome::failed;
 }
 
 EngineProcess::Result EngineProcess::ask(Job& job, const ItemFiles& files,

@@ -28,6 +28,7 @@ public:
     {
         answered,
         failed, ///< the process has ended, or is to be ended
+        late,   ///< the same, since it gave no answer in time
         unasked ///< the same, for what it was at before: the job can be run by another
     };
 

@@ -3,10 +3,12 @@
 
 #include "enginelink/channel.h"
 #include "enginelink/timeline/timeline.h"
+#include "vspavbased/enginecontrol.h"
 
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace engine {
@@ -29,6 +31,10 @@ public:
     virtual ~Job() = default;
 
     const Item& item() const { return m_item; }
+
+    /// Why the item cannot be opened, as far as the engine knows. Nothing when that is not the
+    /// item's fault, or when it can be.
+    std::optional<AVBased::Refusal> refusal() const { return m_refusal; }
 
     /// Whether pictures or streams may have to be decoded for it: else the program that only reads
     /// tables will do.
@@ -54,6 +60,9 @@ public:
     Job(const Job&) = delete;
     Job& operator=(const Job&) = delete;
 
+protected:
+    void setRefusal(AVBased::Refusal refusal) { m_refusal = refusal; }
+
 private:
     friend class EnginePool;
 
@@ -67,6 +76,7 @@ private:
     };
 
     Item m_item;
+    std::optional<AVBased::Refusal> m_refusal;
     // The pool's, under its lock:
     State m_state = State::fresh;
     std::string m_failure; ///< why there is no answer, until it is in the log

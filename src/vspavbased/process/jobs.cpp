@@ -4,6 +4,7 @@
 #include "enginelink/ascii.h"
 #include "policy.h"
 #include "records/scrutiny.h"
+#include "refusals.h"
 
 #include <cstring>
 
@@ -57,6 +58,8 @@ bool DescribeJob::accept(wire::Letter& letter, const void* /*canvas*/)
 {
     const auto* described = letter.as<wire::Described>();
     m_isForEngine = described && described->is_for_others();
+    if (described && !described->item())
+        setRefusal(refusalOfEngine(described->refusal()));
     if (!described || !described->item())
         return described != nullptr;
     m_record = ItemRecord::make(item(), std::move(letter));
@@ -84,6 +87,8 @@ wire::Channel::Result ReadDiscJob::send(wire::Channel& channel, wire::Clock::tim
 bool ReadDiscJob::accept(wire::Letter& letter, const void* /*canvas*/)
 {
     const auto* read = letter.as<wire::DiscRead>();
+    if (read && !read->disc())
+        setRefusal(refusalOfEngine(read->refusal()));
     if (!read || !read->disc())
         return read != nullptr;
     m_record = DiscRecord::make(item().path, std::move(letter));

@@ -3,6 +3,8 @@
 
 #include "records/scrutiny.h"
 
+#include <algorithm>
+
 namespace engine {
 
 namespace {
@@ -127,6 +129,14 @@ const wire::Movie* ItemRecord::movieWithId(std::int32_t id) const
             return movie;
     }
     return nullptr;
+}
+
+bool ItemRecord::isProtected() const
+{
+    const auto* facts = told().facts();
+    return facts && std::any_of(facts->begin(), facts->end(), [](const wire::Tag* fact) {
+               return fact->key()->str() == "is_drm_encryption" && fact->value()->str() == "1";
+           });
 }
 
 const AVBased::DVDTitleSetInfo* ItemRecord::titleSet(std::uint32_t index) const

@@ -32,6 +32,8 @@ public:
     const wire::Movie* movieWithId(std::int32_t id) const;
 
     bool isDvd() const { return told().dvd() != nullptr; }
+    /// Of a media file, whether its streams are encrypted.
+    bool isProtected() const;
     std::uint32_t titleSetCount() const { return static_cast<std::uint32_t>(m_titleSets.size()); }
     const AVBased::DVDTitleSetInfo* titleSet(std::uint32_t index) const;
 
