@@ -127,7 +127,8 @@ private Q_SLOTS:
         expect("$vspimport --formats '*.avi' --all-files good.mp4", 0);
         expect("$vspimport --formats 'avi, .MP4' good.mp4", 0);
         expect("$vspimport --for convert bad.mp4", 0);
-        expect("$vspimport drm.mp4", 1);
+        expect("$vspimport drm.mp4", 1, "", "drm.mp4: protected[^\n]* --allow-drm");
+        expect("$vspimport bad.mp4", 1, "", "bad.mp4: not a media file");
         expect("$vspimport --allow-drm drm.mp4", 0);
         expect("$vspimport good.mp4 /no/such", 1, "/no/such");
         expect("$vspimport /dev/null", 1, "/dev/null");
