@@ -189,6 +189,7 @@ private:
     std::vector<ClipPlace> placesOf(const Player* player) const
     {
         std::vector<ClipPlace> places;
+        places.reserve(std::size_t(player->clipCount()));
         for (int i = 0; i < player->clipCount(); ++i)
             places.push_back(m_places.value(player->clip(i)));
         return places;

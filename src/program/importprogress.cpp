@@ -51,7 +51,7 @@ void ImportProgress::show(const ImportEvent& event)
 
 QString ImportProgress::pictureText() const
 {
-    const QString text = QStringLiteral("pictures %1%  %2 of %3")
+    QString text = QStringLiteral("pictures %1%  %2 of %3")
                              .arg(m_pictured * 100LL / m_tasks, 3)
                              .arg(m_pictured)
                              .arg(m_tasks);

@@ -94,7 +94,7 @@ QByteArray typeOf(const QJsonObject& value)
                 .replace("blu", "Blu");
     }
     QStringList names;
-    for (const QJsonValue& name : value.value(QStringLiteral("enum")).toArray())
+    for (const auto& name : value.value(QStringLiteral("enum")).toArray())
         names.append(name.toString());
     if (!names.isEmpty())
         return troff(names.join(QStringLiteral(" or ")));
