@@ -10,7 +10,7 @@ build_packages=(
 )
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format
-    clang-tidy libclang-rt-dev llvm qt6-base-dev
+    clang-tidy libclang-rt-dev llvm qt6-base-dev dpkg-dev debootstrap lintian
 )
 
 # What two builds have in common is compiled once.
