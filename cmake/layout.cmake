@@ -14,6 +14,10 @@ set(VSPIMPORT_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/vspimport)
 # With the version in their names, so that two versions of the libraries live beside each other.
 set(VSPIMPORT_PLUGINS ${CMAKE_INSTALL_LIBDIR}/vspimport-${PROJECT_VERSION_MAJOR}/plugins)
 set(VSPIMPORT_ENGINE ${CMAKE_INSTALL_LIBEXECDIR}/vspimport-${PROJECT_VERSION_MAJOR})
+if(CMAKE_INSTALL_LIBDIR MATCHES "/")
+    # By architecture: so do the programs that belong to the libraries.
+    set(VSPIMPORT_ENGINE ${CMAKE_INSTALL_LIBDIR}/vspimport-${PROJECT_VERSION_MAJOR})
+endif()
 # What belongs to the programs here and to nobody else.
 set(VSPIMPORT_PARTS ${CMAKE_INSTALL_LIBDIR}/vspimport)
 

@@ -23,4 +23,8 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vspimport.pc
 
 # Texts: manual pages, completions and generated documentation are added here.
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
-install(DIRECTORY LICENSES DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+if(VSPIMPORT_DEBIAN)
+    include(cmake/debian.cmake)
+else()
+    install(DIRECTORY LICENSES DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+endif()

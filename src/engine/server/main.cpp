@@ -6,8 +6,10 @@
 // alone with what it needs itself. That saves a third of the time; which of them there are, or
 // whether libav needs them, makes no other difference.
 #include <dlfcn.h>
+#include <unistd.h>
 
 #include <cstdio>
+#include <string>
 
 namespace {
 
@@ -16,13 +18,22 @@ const char* const largeLibraries[] = {"libssl.so.3", "libsrt-gnutls.so.1.5", "li
 
 const int unusable = 2;
 
+/// The library beside this program.
+std::string engineLibrary()
+{
+    char path[4096];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof(path));
+    const std::string program(path, length > 0 ? std::size_t(length) : 0);
+    return program.substr(0, program.rfind('/') + 1) + "libvspengine.so";
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     for (const char* library : largeLibraries)
         dlopen(library, RTLD_LAZY | RTLD_LOCAL);
-    void* engine = dlopen("libvspengine.so", RTLD_LAZY | RTLD_LOCAL);
+    void* engine = dlopen(engineLibrary().c_str(), RTLD_LAZY | RTLD_LOCAL);
     void* program = engine ? dlsym(engine, "vspimportEngine") : nullptr;
     if (!program) {
         std::fprintf(stderr, "%s\n", dlerror());
