@@ -217,6 +217,28 @@ qint64 bytesOf(const QString& path)
 
 } // namespace
 
+/// Letters and digits up to the first dot, and not too many: of the rest the module replaces some,
+/// and cuts.
+QString pictureName(CImportTask* task)
+{
+    const int mostLetters = 60;
+    QString name;
+    if (task->taskType() == CImportTask::DvdTask)
+        name = task->dvdInfo()->dvdName();
+    else if (task->taskType() == CImportTask::BdTask)
+        name = task->bdInfo()->bdName();
+    if (name.isEmpty())
+        name = QFileInfo(QDir::cleanPath(task->url())).fileName();
+    while (name.startsWith(QLatin1Char('.')))
+        name.remove(0, 1);
+    QString letters;
+    for (const QChar c : name.section(QLatin1Char('.'), 0, 0)) {
+        if (c.isLetterOrNumber() && letters.length() < mostLetters)
+            letters += c;
+    }
+    return letters;
+}
+
 Item readItem(CImportTask* task)
 {
     Item item;

@@ -28,11 +28,21 @@ bool CheckedImport::run(const ImportRequest& request)
 {
     m_request = request;
     m_folder = CImportContext::instance()->configDir();
-    if (request.takesPictures() && !m_index && QDir(m_folder).exists())
+    if (request.takesPictures() && !m_index && QDir(m_folder).exists()) {
         m_index = std::make_unique<PictureIndex>(m_folder);
-    if (!m_session.start(request))
+        m_lock = std::make_unique<NameLock>(PictureIndex::clockFile(m_folder));
+        m_clock = std::make_unique<FileClock>(PictureIndex::clockFile(m_folder));
+    }
+    if (m_index) {
+        m_request.beforePictures = [this](const QString& path, const QString& name) {
+            beforePictures(path, name, m_folder);
+        };
+        m_request.afterPictures = [this](ImportEvent& ready) { afterPictures(ready); };
+    }
+    if (!m_session.start(m_request))
         return false;
     m_loop.exec();
+    CImportContext::instance()->setConfigDir(m_folder);
     for (int round = 0; round < mostRounds && !m_again.empty() && !m_stopped; ++round)
         importAgain();
     for (Again& again : m_again)
@@ -57,18 +67,29 @@ void CheckedImport::receive(const ImportEvent& event)
         m_receiver(event);
 }
 
+/// What other processes might mistake for theirs goes where nobody else's is.
+void CheckedImport::beforePictures(const QString& path, const QString& name, const QString& folder)
+{
+    const bool isAlone = m_lock->take(name, [this] { return m_stopped.load(); });
+    const bool mayShare = isAlone && m_index->isShared() && !folder.isEmpty();
+    CImportContext::instance()->setConfigDir(mayShare ? folder : m_index->folderOf(path));
+    m_picturesSince = m_clock->now();
+}
+
+void CheckedImport::afterPictures(ImportEvent& ready)
+{
+    ready.pictures = m_index->check(*ready.item, m_picturesSince);
+    if (ready.pictures == PictureIndex::Anothers)
+        m_index->removeOutdated(*ready.item);
+    m_lock->release();
+}
+
 bool CheckedImport::isOwn(const ImportEvent& ready)
 {
-    if (!m_index)
+    if (ready.pictures == PictureIndex::Own)
         return true;
-    const PictureIndex::Verdict verdict = m_index->check(*ready.item, ready.picturesSince);
-    if (verdict == PictureIndex::Own)
-        return true;
-    m_index->removeUnknown(*ready.item);
-    if (verdict == PictureIndex::Anothers)
-        m_index->removeOutdated(*ready.item);
-    m_again.push_back(
-        {ready, verdict == PictureIndex::Unknown ? m_folder : m_index->folderOf(*ready.item)});
+    const bool mayShare = ready.pictures == PictureIndex::Unknown;
+    m_again.push_back({ready, mayShare ? m_folder : QString()});
     return false;
 }
 
@@ -84,8 +105,9 @@ void CheckedImport::importAgain()
         request.sources.append(again.ready.item->sourcePath());
         folders[again.ready.item->path] = again.folder;
     }
-    request.beforePictures = [&folders](const QString& path) {
-        CImportContext::instance()->setConfigDir(folders[path]);
+    request.beforePictures = [this, &folders](const QString& path, const QString& name) {
+        const auto folder = folders.find(path);
+        beforePictures(path, name, folder == folders.end() ? QString() : folder->second);
     };
     m_repeatedReceiver = [this, &left](const ImportEvent& event) { receiveAgain(event, left); };
     if (m_repeated.start(request))

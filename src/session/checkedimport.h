@@ -2,9 +2,12 @@
 #pragma once
 
 #include "importsession.h"
+#include "namelock.h"
 #include "pictureindex.h"
 
 #include <QtCore/QEventLoop>
+
+#include <atomic>
 
 /// An import whose items come with pictures of their own: those that came with another source's are
 /// imported again into folders of their own, behind the rest.
@@ -29,8 +32,12 @@ private:
     struct Again
     {
         ImportEvent ready;
-        QString folder;
+        QString folder; ///< empty for one of its own
     };
+
+    /// On the import's thread. An empty `folder` is one of the item's own.
+    void beforePictures(const QString& path, const QString& name, const QString& folder);
+    void afterPictures(ImportEvent& ready);
 
     void receive(const ImportEvent& event);
     void receiveAgain(const ImportEvent& event, std::vector<Again>& left);
@@ -40,14 +47,17 @@ private:
     void giveUp(Again& again);
 
     ImportSession::Receiver m_receiver;
-    QString m_folder; ///< of the pictures of all
-    std::unique_ptr<PictureIndex> m_index;
+    QString m_folder;                      ///< of the pictures of all
+    std::unique_ptr<PictureIndex> m_index; ///< of the import's thread while that runs
+    std::unique_ptr<NameLock> m_lock;      ///< the same, as the next two
+    std::unique_ptr<FileClock> m_clock;
+    FileTime m_picturesSince = 0; ///< no picture of the item that is older was taken now
     ImportRequest m_request;
     std::vector<Again> m_again;
     ImportSession m_session;
     ImportSession m_repeated; ///< apart, since its failures are no news
     ImportSession::Receiver m_repeatedReceiver;
-    bool m_stopped = false;
+    std::atomic<bool> m_stopped{false};
     QEventLoop m_loop;
 
     Q_DISABLE_COPY(CheckedImport)

@@ -26,7 +26,7 @@ FileTime fileTime(const QString& path)
 
 FileClock::FileClock(const QString& path)
     : m_file(::open(QFile::encodeName(path).constData(),
-                    O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666))
+                    O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666))
 {}
 
 FileClock::~FileClock()

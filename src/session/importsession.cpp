@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "importsession.h"
 
-#include "cimportcontext.h"
 #include "cimportsource.h"
 #include "cimporttask.h"
 #include "facts/readitem.h"
-#include "pictureindex.h"
 #include "startgate.h"
 #include "vspavbased/enginecontrol.h"
 
-using Vesk::CImportContext;
 using Vesk::CImportModel;
 using Vesk::CImportReply;
 using Vesk::CImportSource;
@@ -22,7 +19,6 @@ struct ImportSession::Worker
     Worker(ImportSession& owner, const ImportRequest& what)
         : session(owner)
         , request(what)
-        , clock(PictureIndex::clockFile(CImportContext::instance()->configDir()))
     {}
 
     void found(CImportTask* task)
@@ -43,11 +39,10 @@ struct ImportSession::Worker
     /// Before the pictures of the next task, if there is one.
     void prepareNext()
     {
-        if (read == tasks.size())
+        if (read == tasks.size() || !request.beforePictures)
             return;
-        picturesSince = clock.now();
-        if (request.beforePictures)
-            request.beforePictures(tasks[read]->url());
+        CImportTask* task = tasks[read].get();
+        request.beforePictures(task->url(), facts::pictureName(task));
     }
 
     /// The next task has all that it will have.
@@ -55,17 +50,16 @@ struct ImportSession::Worker
     {
         ImportEvent event(ImportEvent::Ready, tasks[read]->url(), int(read));
         event.item = std::make_shared<facts::Item>(facts::readItem(tasks[read].get()));
-        event.picturesSince = picturesSince;
         ++read;
+        if (request.afterPictures)
+            request.afterPictures(event);
         session.post(std::move(event));
     }
 
     ImportSession& session;
     const ImportRequest request;
-    const FileClock clock;
     std::vector<std::unique_ptr<CImportTask>> tasks;
     std::size_t read = 0; ///< how many of them
-    FileTime picturesSince = 0;
 };
 
 ImportSession::ImportSession(Receiver receiver)

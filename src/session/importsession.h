@@ -4,7 +4,7 @@
 #include "cimportmodel.h"
 #include "cimportreply.h"
 #include "facts/item.h"
-#include "filetime.h"
+#include "pictureindex.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QScopedPointer>
@@ -14,6 +14,8 @@
 #include <memory>
 #include <vector>
 
+struct ImportEvent;
+
 /// What to import, and what for.
 struct ImportRequest
 {
@@ -22,8 +24,11 @@ struct ImportRequest
     bool forPlay = false;
     bool forConvert = false;
 
-    /// Called on the import's thread before the pictures of the item at `path` are taken.
-    std::function<void(const QString& path)> beforePictures;
+    /// Called on the import's thread before the pictures of the item at `path` are taken. Those of
+    /// items with another `name` have other names.
+    std::function<void(const QString& path, const QString& name)> beforePictures;
+    /// Called with Ready as soon as they were taken, mostly on the same thread.
+    std::function<void(ImportEvent& ready)> afterPictures;
 
     bool takesPictures() const { return forImport || forConvert; }
 };
@@ -55,7 +60,7 @@ struct ImportEvent
     QString path;
     int value;
     std::shared_ptr<facts::Item> item;
-    FileTime picturesSince = 0; ///< of Ready: no picture of the item that is older was taken now
+    PictureIndex::Verdict pictures = PictureIndex::Own; ///< of Ready, where they are checked
 };
 
 /// Imports, one at a time, and says what happens as plain values on its own thread. Tasks are read

@@ -7,6 +7,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 
 #include <algorithm>
 #include <sqlite3.h>
@@ -50,11 +51,25 @@ void bind(sqlite3_stmt* statement, int place, const QByteArray& bytes)
     sqlite3_bind_blob(statement, place, bytes.constData(), int(bytes.size()), SQLITE_TRANSIENT);
 }
 
-/// Of what gives nothing back. What fails is missing in the index, and made again.
-void step(sqlite3_stmt* statement)
+/// Whether an index that answers so is none, and is better begun anew. Others are busy or out of
+/// space.
+bool isDamage(int result)
 {
-    sqlite3_step(statement);
-    sqlite3_reset(statement);
+    switch (result) {
+    case SQLITE_ERROR: // other tables
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_CANTOPEN:
+    case SQLITE_READONLY:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QString indexFile(const QString& folder)
+{
+    return folder + QLatin1String(folderName) + QLatin1String(fileName);
 }
 
 } // namespace
@@ -72,38 +87,51 @@ void PictureIndex::Close::operator()(sqlite3_stmt* statement) const
 PictureIndex::PictureIndex(const QString& folder)
     : m_folder(QDir::cleanPath(folder))
 {
-    QDir(m_folder).mkpath(m_folder + QLatin1String(folderName));
-    const QByteArray path = QFile::encodeName(m_folder) + folderName + fileName;
-    if (!open(path)) {
-        QFile::remove(QFile::decodeName(path));
-        if (!open(path))
-            open(":memory:");
-    }
-    m_find = prepare("SELECT source, written FROM pictures WHERE name = ?1");
-    m_claim = prepare("INSERT OR REPLACE INTO pictures VALUES (?1, ?2, ?3)");
-    m_begin = prepare("BEGIN IMMEDIATE");
-    m_commit = prepare("COMMIT");
+    const QString path = indexFile(m_folder);
+    QDir().mkpath(QFileInfo(path).path());
+    const QFileInfo file(path);
+    if (file.exists() && !file.isFile())
+        QFile::remove(path);
+    int result = open(QFile::encodeName(path));
+    if (isDamage(result) && QFile::remove(path))
+        result = open(QFile::encodeName(path));
+    if (result != SQLITE_OK)
+        beginAlone(result);
 }
 
 PictureIndex::~PictureIndex() = default;
 
-bool PictureIndex::open(const QByteArray& path)
+int PictureIndex::open(const QByteArray& path)
 {
+    for (Statement* statement : {&m_find, &m_claim, &m_begin, &m_commit})
+        statement->reset();
     sqlite3* opened = nullptr;
-    const int result = sqlite3_open_v2(path.constData(), &opened,
-                                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    int result = sqlite3_open_v2(path.constData(), &opened,
+                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     m_database.reset(opened);
     if (result != SQLITE_OK)
-        return false;
+        return result;
     sqlite3_busy_timeout(opened, mostWaitMs);
-    return sqlite3_exec(opened, setUp, nullptr, nullptr, nullptr) == SQLITE_OK;
+    result = sqlite3_exec(opened, setUp, nullptr, nullptr, nullptr);
+    const auto prepare = [&result, opened](Statement& statement, const char* sql) {
+        sqlite3_stmt* prepared = nullptr;
+        if (result == SQLITE_OK)
+            result = sqlite3_prepare_v2(opened, sql, -1, &prepared, nullptr);
+        statement.reset(prepared);
+    };
+    prepare(m_find, "SELECT source, written FROM pictures WHERE name = ?1");
+    prepare(m_claim, "INSERT OR REPLACE INTO pictures VALUES (?1, ?2, ?3)");
+    prepare(m_begin, "BEGIN IMMEDIATE");
+    prepare(m_commit, "COMMIT");
+    return result;
 }
 
-PictureIndex::Statement PictureIndex::prepare(const char* sql) const
+void PictureIndex::beginAlone(int result)
 {
-    sqlite3_stmt* statement = nullptr;
-    sqlite3_prepare_v2(m_database.get(), sql, -1, &statement, nullptr);
-    return Statement(statement);
+    if (isDamage(result))
+        QFile::remove(indexFile(m_folder)); // the next process begins anew
+    m_isShared = false;
+    open(":memory:");
 }
 
 QByteArray PictureIndex::nameOf(const QString& picture) const
@@ -111,49 +139,64 @@ QByteArray PictureIndex::nameOf(const QString& picture) const
     return QFile::encodeName(QDir(m_folder).relativeFilePath(picture));
 }
 
-PictureIndex::Entry PictureIndex::find(const QString& picture) const
+PictureIndex::Entry PictureIndex::find(const QString& picture)
 {
     Entry entry;
     sqlite3_stmt* statement = m_find.get();
     bind(statement, 1, nameOf(picture));
-    if (statement && sqlite3_step(statement) == SQLITE_ROW) {
+    const int result = sqlite3_step(statement);
+    if (result == SQLITE_ROW) {
         const auto* source = static_cast<const char*>(sqlite3_column_blob(statement, 0));
         entry.source = QByteArray(source, sqlite3_column_bytes(statement, 0));
         entry.written = sqlite3_column_int64(statement, 1);
     }
     sqlite3_reset(statement);
+    if (result != SQLITE_ROW && result != SQLITE_DONE)
+        beginAlone(result);
     return entry;
+}
+
+/// Of what gives nothing back.
+void PictureIndex::step(const Statement& statement)
+{
+    const int result = sqlite3_step(statement.get());
+    sqlite3_reset(statement.get());
+    if (result != SQLITE_DONE)
+        beginAlone(result);
 }
 
 void PictureIndex::claim(const std::vector<Written>& pictures, const QByteArray& source)
 {
-    sqlite3_stmt* statement = m_claim.get();
     const bool areMany = pictures.size() > 1;
     if (areMany)
-        step(m_begin.get());
+        step(m_begin);
     for (const Written& picture : pictures) {
-        bind(statement, 1, nameOf(picture.first));
-        bind(statement, 2, source);
-        sqlite3_bind_int64(statement, 3, picture.second);
-        step(statement);
+        bind(m_claim.get(), 1, nameOf(picture.first));
+        bind(m_claim.get(), 2, source);
+        sqlite3_bind_int64(m_claim.get(), 3, picture.second);
+        step(m_claim);
     }
-    if (areMany)
-        step(m_commit.get());
+    if (areMany && !sqlite3_get_autocommit(m_database.get()))
+        step(m_commit);
 }
 
 PictureIndex::Verdict PictureIndex::check(const facts::Item& item, FileTime since)
 {
+    const bool wasShared = m_isShared;
     const QByteArray source = identityOf(item);
     Verdict verdict = Own;
     std::vector<Written> claimed;
     for (const QString& picture : item.pictureFiles()) {
         const FileTime written = fileTime(picture);
-        if (written == 0)
-            continue; // none could be taken
+        if (written == 0) { // none could be taken
+            m_untaken.insert(picture, source);
+            continue;
+        }
         const Entry entry = find(picture);
         // One that was deleted and taken anew is not what the entry says.
         const bool isKnown = !entry.source.isEmpty() && entry.written == written;
-        if (isKnown && entry.source != source)
+        const bool isShownAlready = m_untaken.value(picture, source) != source;
+        if (isKnown ? entry.source != source : isShownAlready)
             verdict = Anothers;
         else if (!isKnown && written >= since)
             claimed.emplace_back(picture, written);
@@ -162,6 +205,10 @@ PictureIndex::Verdict PictureIndex::check(const facts::Item& item, FileTime sinc
     }
     if (verdict == Own)
         claim(claimed, source);
+    if (wasShared && !m_isShared)
+        return Anothers; // perhaps
+    if (verdict != Own)
+        removeUnknown(item);
     return verdict;
 }
 
@@ -170,10 +217,10 @@ QString PictureIndex::clockFile(const QString& folder)
     return folder + QLatin1String(folderName) + QStringLiteral("/clock");
 }
 
-QString PictureIndex::folderOf(const facts::Item& item) const
+QString PictureIndex::folderOf(const QString& path) const
 {
-    const QByteArray path = QFile::encodeName(item.sourcePath());
-    const QByteArray code = QCryptographicHash::hash(path, QCryptographicHash::Sha1).toHex();
+    const QByteArray name = QFile::encodeName(QDir::cleanPath(path));
+    const QByteArray code = QCryptographicHash::hash(name, QCryptographicHash::Sha1).toHex();
     return m_folder + QLatin1Char('/') + QString::fromLatin1(code.left(folderNameDigits));
 }
 
@@ -189,7 +236,7 @@ void PictureIndex::removeUnknown(const facts::Item& item)
 void PictureIndex::removeOutdated(const facts::Item& item)
 {
     const QByteArray source = identityOf(item);
-    QDirIterator pictures(folderOf(item), {QStringLiteral("*.jpg")}, QDir::Files,
+    QDirIterator pictures(folderOf(item.sourcePath()), {QStringLiteral("*.jpg")}, QDir::Files,
                           QDirIterator::Subdirectories);
     while (pictures.hasNext()) {
         const QString picture = pictures.next();

@@ -4,6 +4,7 @@
 #include "filetime.h"
 
 #include <QtCore/QByteArray>
+#include <QtCore/QHash>
 #include <QtCore/QString>
 
 #include <memory>
@@ -21,8 +22,8 @@ struct Item;
 /// sources, so that two can share one, and the import takes the picture that it finds.
 ///
 /// It lies in a hidden folder. Several processes may use the index of one folder. It is a cache as
-/// the pictures are: where it is damaged or cannot be written, it begins anew or lasts as long as
-/// the object.
+/// the pictures are: where it is damaged it begins anew, and where it cannot be had it lasts as
+/// long as the object. On one thread at a time.
 class PictureIndex
 {
 public:
@@ -30,8 +31,11 @@ public:
     explicit PictureIndex(const QString& folder);
     ~PictureIndex();
 
-    /// For a FileClock of the pictures in `folder`.
+    /// For a FileClock and a NameLock of the pictures in `folder`.
     static QString clockFile(const QString& folder);
+
+    /// Whether other processes know what this one remembers.
+    bool isShared() const { return m_isShared; }
 
     enum Verdict
     {
@@ -40,17 +44,15 @@ public:
         Anothers, ///< one is of another source, or of what was at the source's path before
     };
 
-    /// Whose pictures `item` has come with, which are remembered if all are its own. Those without
-    /// an owner are its own if they were written since `since`.
+    /// Whose pictures `item` has come with. If all are its own they are remembered, otherwise those
+    /// that are of nobody deleted. What was written since `since` is its own, so that nobody else
+    /// may take pictures of these names from then on to the end of this.
     Verdict check(const facts::Item& item, FileTime since);
 
-    /// Folder, below the index's, for the pictures of `item` alone.
-    QString folderOf(const facts::Item& item) const;
+    /// Folder, below the index's, for the pictures of the source at `path` alone.
+    QString folderOf(const QString& path) const;
 
-    /// Deletes the pictures at the places of the item's that are known of no source.
-    void removeUnknown(const facts::Item& item);
-
-    /// Deletes the pictures in folderOf(item) that are of something else.
+    /// Deletes the pictures in the item's own folder that are of something else.
     void removeOutdated(const facts::Item& item);
 
 private:
@@ -70,13 +72,19 @@ private:
 
     using Written = std::pair<QString, FileTime>;
 
-    bool open(const QByteArray& path);
-    Statement prepare(const char* sql) const;
-    Entry find(const QString& picture) const;
+    /// With what the database results in.
+    int open(const QByteArray& path);
+    /// Without the others, since the index has resulted in that.
+    void beginAlone(int result);
+    void step(const Statement& statement);
+    Entry find(const QString& picture);
+    void removeUnknown(const facts::Item& item);
     void claim(const std::vector<Written>& pictures, const QByteArray& source);
     QByteArray nameOf(const QString& picture) const;
 
     const QString m_folder;
+    bool m_isShared = true;
+    QHash<QString, QByteArray> m_untaken; ///< missing pictures, and what was shown with them
     Database m_database;
     Statement m_find; ///< go before the database
     Statement m_claim;

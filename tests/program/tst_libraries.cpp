@@ -68,11 +68,48 @@ private Q_SLOTS:
             }
             QCOMPARE(program.pictures().size(), 2);
         }
+        // What cannot be had of one stays away when another has it; without the index, or with one
+        // that is none, nobody knows whose the pictures are.
+        copyOf("media/encrypted.mp4", program.path("0/x.mp4"));
+        for (const char* prepare : {"rm -r pictures", "rm -r pictures/.index",
+                                    "echo no index > pictures/.index/pictures.sqlite",
+                                    "cd pictures/.index; rm *.sqlite; mkfifo pictures.sqlite",
+                                    "sqlite3 pictures/.index/pictures.sqlite 'drop table pictures; "
+                                    "create table pictures(a)'",
+                                    "rm -r pictures/.index; touch pictures/.index"}) {
+            QCOMPARE(program.shell(prepare), 0);
+            program.import({"--allow-drm", program.path("0/x.mp4"), turned, upright});
+            QVERIFY2(!QFile::exists(pictureOf(program.path("0/x.mp4"))), prepare);
+            for (const QString& source : {turned, upright}) {
+                const QRgb expected = source == turned ? 0x00808080 : 0x00800000;
+                QVERIFY2(colourAt(pictureOf(source), 60, 45) == expected, prepare);
+            }
+        }
         QCOMPARE(program.shell("rm -r pictures/.index; cp a/x.mp4 b/x.mp4"), 0);
         copyOf("media/quarters-turned-180.mp4", upright); // at its path, now other content
         program.import({upright});
         QCOMPARE(colourAt(pictureOf(upright), 60, 45), QRgb(0x00808080));
         QCOMPARE(program.errorOutput, QByteArray());
+
+        // Nor in processes at once.
+        for (int i = 0; i < 10; ++i) {
+            copyOf("media/quarters-turned-180.mp4", program.path(QString("c/%1.mp4").arg(i)));
+            copyOf("media/quarters-upright.mp4", program.path(QString("d/%1.mp4").arg(i)));
+        }
+        for (int run = 0; run < 3; ++run) {
+            program.shell(
+                "rm -r pictures; for d in c d; do $vspimport --json $d.json $d & done; wait");
+            for (const char* folder : {"c", "d"}) {
+                const QByteArray json = contentOf(program.path(folder) + ".json");
+                const QJsonArray tasks =
+                    at(QJsonDocument::fromJson(json).object(), "tasks").toArray();
+                QCOMPARE(tasks.size(), 10);
+                for (const QJsonValue& task : tasks) {
+                    QCOMPARE(colourAt(textAt(task, "movieInfo/imageFile"), 60, 45),
+                             QRgb(*folder == 'c' ? 0x00808080 : 0x00800000));
+                }
+            }
+        }
     }
 
     void discsOfOneNameHavePicturesOfTheirOwn()
