@@ -63,6 +63,7 @@ missing_packages() {
 install_packages() {
     command -v dpkg-query >/dev/null || return 0 # not Debian: CMake says what is missing
     local missing as_root=() log=$root/build/install.log
+    mkdir -p "$root/build"
     mapfile -t missing < <(missing_packages "$@")
     [ ${#missing[@]} -eq 0 ] && return 0
     if [ "$(id -u)" -ne 0 ]; then
