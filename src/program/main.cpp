@@ -4,9 +4,9 @@
 //
 //   main, options        the command line
 //   plugin               loads the plug-in, and then what needs its classes:
-//   importhost           sets the context and runs one ImportSession
-//   importsession        one import: listens to the reply, keeps and deletes the tasks
-//   jsonmodel, summary   show what was found; progressline shows how far it is
+//   importcommand        sets the context, opens the outputs, runs the import, writes the results
+//   importrun            imports all at once or in parts; collects an ImportResult
+//   jsonoutput, summary  show what was found; importprogress shows how far it is
 //   reportcommand        shows a saved error report, without the plug-in
 //
 // Everything here runs on the main thread but the log's receivers.
