@@ -95,8 +95,8 @@ struct Outputs
     bool open(const Options& options)
     {
         return open(json, options.jsonFile, OutputFile::Replacing) &&
-               open(jsonLines, options.jsonLinesFile, OutputFile::Growing) &&
-               open(report, options.reportFile, OutputFile::Replacing);
+               open(report, options.reportFile, OutputFile::Replacing) &&
+               open(jsonLines, options.jsonLinesFile, OutputFile::Growing); // empties its file
     }
 
     static bool open(OutputFile& file, const QString& name, OutputFile::Mode mode)
@@ -179,7 +179,7 @@ bool isComplete(const Options& options, const SourcePaths& paths, const ImportRu
 int vspimportRun(const Options& options)
 {
     Outputs outputs;
-    if (isEngineMissing() || !outputs.open(options) || !canTakePictures(options))
+    if (isEngineMissing() || !canTakePictures(options) || !outputs.open(options))
         return CannotRun;
     const LogCollector log(options.verbose);
     setContext(options);
@@ -204,9 +204,9 @@ int vspimportRun(const Options& options)
     if (!started)
         return CannotRun;
     const bool written = writeResults(outputs, options, run, paths, log);
+    if (!written)
+        return CannotRun; // which may be what has stopped it
     if (run.result().stopped)
         return Interrupted;
-    if (!written)
-        return CannotRun;
     return isComplete(options, paths, run, log.records()) ? AllImported : SomethingMissing;
 }

@@ -16,7 +16,7 @@ void ImportResult::add(const std::shared_ptr<const facts::Item>& item, int numbe
 {
     ++m_sums.items;
     ++m_sums.byKind[int(item->kind)];
-    m_sums.duration += std::max(item->duration(), 0.0);
+    m_sums.duration += std::max(0.0, item->duration());
     m_sums.bytes += item->bytes;
     if (m_keepsItems)
         m_items.insert(number, item);

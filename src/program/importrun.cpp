@@ -10,10 +10,12 @@
 #include "unreadablefolders.h"
 #include "vspavbased/enginecontrol.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 #include <cstdio>
+#include <sys/stat.h>
 
 using Vesk::CImportModel;
 
@@ -22,6 +24,12 @@ namespace {
 /// So many that the start of a part counts for nothing, so few that they take no memory to speak
 /// of.
 const int itemsInPart = 1000;
+
+bool isFolder(const QByteArray& path)
+{
+    struct stat status = {};
+    return ::stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+}
 
 } // namespace
 
@@ -37,7 +45,7 @@ ImportRun::ImportRun(const Options& options, const SourcePaths& paths, OutputFil
 bool ImportRun::run()
 {
     for (const QString& path : m_paths.undecodable)
-        m_import.reportFailure(path);
+        m_import.reportFailure(CImportModel::ErrorImportFalsed, path);
     const bool isInParts = m_lines || m_options.shardCount > 1;
     const bool started = isInParts ? importParts() : importPart(m_paths.sources);
     for (const QString& source : m_paths.sources) {
@@ -55,15 +63,20 @@ bool ImportRun::importParts()
     QByteArray path;
     bool started = true;
     bool isMore = true;
+    int walked = 0;
     while (started && isMore && !m_result.stopped) {
         isMore = walk.next(path);
+        if (++walked % itemsInPart == 0)
+            QCoreApplication::processEvents(); // to stop where few are of this shard
         const bool isOurs =
             isMore && SourcePaths::isInShard(path, m_options.shard, m_options.shardCount);
         const QString text = QFile::decodeName(path);
         if (isOurs && QFile::encodeName(text) == path)
             part.append(text);
         else if (isOurs)
-            m_import.reportFailure(QFileInfo(text).absoluteFilePath());
+            reportUndecodable(path);
+        if (m_result.stopped)
+            part.clear();
         if (isMore ? m_lines && part.size() == itemsInPart : true) {
             started = importPart(part);
             part.clear();
@@ -71,6 +84,21 @@ bool ImportRun::importParts()
     }
     m_unreadable = walk.unreadable();
     return started;
+}
+
+/// As the import does when it finds it in a folder.
+void ImportRun::reportUndecodable(const QByteArray& path)
+{
+    const QFileInfo file(QFile::decodeName(path));
+    const QString pattern = QStringLiteral("*.%1;").arg(file.suffix());
+    const bool isTried = m_options.allFiles || m_options.forConvert || isFolder(path) ||
+                         file.suffix().compare(QLatin1String("iso"), Qt::CaseInsensitive) == 0;
+    int type = CImportModel::ErrorImportFalsed;
+    if (!isTried && m_options.forbidden.contains(pattern, Qt::CaseInsensitive))
+        type = CImportModel::ErrorUnSupportSource;
+    else if (!isTried && !m_options.formats.contains(pattern, Qt::CaseInsensitive))
+        type = CImportModel::ErrorUnKnownSource;
+    m_import.reportFailure(type, file.absoluteFilePath());
 }
 
 bool ImportRun::importPart(const QStringList& sources)

@@ -36,6 +36,7 @@ public:
 private:
     bool importParts();
     bool importPart(const QStringList& sources);
+    void reportUndecodable(const QByteArray& path);
 
     void receive(const ImportEvent& event);
     void receiveReady(const ImportEvent& event);

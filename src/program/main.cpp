@@ -5,8 +5,8 @@
 //   main                 starts the engine, which takes longest, and loads the rest
 //   program, options     the command line
 //   plugin               loads the plug-in, and then what needs its classes:
-//   importcommand        sets the context, has ImportRun import, and writes the results
-//   importrun            all of it at once or in parts; ImportResult is what came of it
+//   importcommand        sets the context, opens the outputs, runs the import, writes the results
+//   importrun            imports all at once or in parts; collects an ImportResult
 //   jsonoutput, summary  show what was found; importprogress shows how far it is
 //   reportcommand        shows a saved error report, without the plug-in
 //

@@ -7,6 +7,7 @@
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStandardPaths>
@@ -18,9 +19,29 @@ const int largestSide = 16384;
 
 const int mostJobs = 4;
 
+/// The words of `text` in lines, of which all but the first begin with `indentation` blanks.
+QString wrapped(const QString& text, int indentation)
+{
+    const int mostColumns = 79;
+    QString lines;
+    int column = indentation;
+    for (const QString& word : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (column == indentation)
+            lines += word;
+        else if (column + word.length() < mostColumns)
+            lines += QLatin1Char(' ') + word;
+        else {
+            lines += QLatin1Char('\n') + QString(indentation, QLatin1Char(' ')) + word;
+            column = indentation;
+        }
+        column += word.length() + 1;
+    }
+    return lines + QLatin1Char('\n');
+}
+
 void addImportOptions(QCommandLineParser& parser)
 {
-    parser.setApplicationDescription(QLatin1String(programSummary));
+    parser.setApplicationDescription(wrapped(QLatin1String(programSummary), 0).trimmed());
     parser.addPositionalArgument(QStringLiteral("PATH"), QStringLiteral("What to import."),
                                  QStringLiteral("PATH..."));
     for (std::size_t i = 0; i < optionCount; ++i) {
@@ -89,19 +110,25 @@ bool parseShard(const QString& text, Options& options, QString& error)
     return false;
 }
 
-/// People write suffixes in many ways: mp4, .mp4, *.mp4, with commas, semicolons or blanks between.
-/// The module takes "*.mp4;" one after another.
-QString patternList(const QString& text)
+/// People write suffixes in many ways: mp4, .mp4, *.mp4, with commas, semicolons, bars or blanks
+/// between, in braces, in several options. The module takes "*.mp4;" one after another.
+bool parseFormats(const QStringList& values, QString& list, QString& error)
 {
-    static const QRegularExpression separators(QStringLiteral("[,;\\s]+"));
-    QString list;
-    const QStringList words = text.split(separators, Qt::SkipEmptyParts);
-    for (QString suffix : words) {
+    static const QRegularExpression separators(QStringLiteral("[,;|{}()\\s]+"));
+    list.clear();
+    const QStringList words = values.join(QLatin1Char(';')).split(separators, Qt::SkipEmptyParts);
+    for (const QString& word : words) {
+        QString suffix = word;
         while (suffix.startsWith(QLatin1Char('*')) || suffix.startsWith(QLatin1Char('.')))
             suffix.remove(0, 1);
-        list += QStringLiteral("*.%1;").arg(suffix);
+        if (suffix.contains(QLatin1Char('*')) || word.endsWith(QLatin1Char('*')))
+            error = QStringLiteral("formats are suffixes such as mp4, not '%1'; --all-files tries "
+                                   "every file")
+                        .arg(word);
+        else if (!suffix.isEmpty())
+            list += QStringLiteral("*.%1;").arg(suffix);
     }
-    return list;
+    return error.isEmpty();
 }
 
 QString defaultConfigDir()
@@ -110,6 +137,32 @@ QString defaultConfigDir()
     if (QDir::isRelativePath(cache)) // XDG_CACHE_HOME counts only if it is absolute
         cache = QDir::homePath() + QStringLiteral("/.cache");
     return cache + QStringLiteral("/vspimport/snapshots");
+}
+
+/// A media file is not written over: the shell has made two names of one pattern. Nor is one result
+/// by another.
+bool checkOutputs(const Options& options, QString& error)
+{
+    QStringList files;
+    for (const QString& name : {options.jsonFile, options.jsonLinesFile, options.reportFile}) {
+        const QFileInfo file(name);
+        if (!file.isFile() && (file.exists() || name.isEmpty() || name == QLatin1String("-")))
+            continue;
+        const QString suffix = QStringLiteral("*.%1;").arg(file.suffix().toLower());
+        const QString path = QDir::cleanPath(file.absoluteFilePath());
+        if (file.isFile() && QString::fromLatin1(defaultFormats).contains(suffix))
+            error = QStringLiteral("%1 is a media file, and would be written over").arg(name);
+        else if (files.contains(path))
+            error = QStringLiteral("%1 cannot have more than one output").arg(name);
+        files.append(path);
+    }
+    return error.isEmpty();
+}
+
+/// What is written there comes behind what others write, and nothing else with it.
+QString outputName(const QString& value)
+{
+    return value == QLatin1String("/dev/stdout") ? QStringLiteral("-") : value;
 }
 
 bool checkNames(const QCommandLineParser& parser, QString& error)
@@ -124,8 +177,10 @@ bool checkNames(const QCommandLineParser& parser, QString& error)
         else if (value.contains(QChar(QChar::ReplacementCharacter)))
             error = QStringLiteral("the name for --%1 is no valid text").arg(QLatin1String(name));
     }
-    if (parser.values(QStringLiteral("json")).contains(QLatin1String("-")) +
-            parser.values(QStringLiteral("json-lines")).contains(QLatin1String("-")) +
+    const auto isStandardOutput = [&parser](const char* name) {
+        return outputName(parser.value(QLatin1String(name))) == QLatin1String("-");
+    };
+    if (isStandardOutput("json") + isStandardOutput("json-lines") +
             parser.isSet(QStringLiteral("events")) >
         1)
         error = QStringLiteral("only one of --json -, --json-lines - and --events can have the "
@@ -155,19 +210,21 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     options.configDir = parser.isSet(QStringLiteral("config-dir"))
                             ? parser.value(QStringLiteral("config-dir"))
                             : defaultConfigDir();
-    options.formats = parser.isSet(QStringLiteral("formats"))
-                          ? patternList(parser.value(QStringLiteral("formats")))
-                          : QString::fromLatin1(defaultFormats);
-    options.forbidden = patternList(parser.value(QStringLiteral("forbid")));
+    options.formats = QString::fromLatin1(defaultFormats);
+    if (parser.isSet(QStringLiteral("formats")) &&
+        !parseFormats(parser.values(QStringLiteral("formats")), options.formats, error))
+        return false;
+    if (!parseFormats(parser.values(QStringLiteral("forbid")), options.forbidden, error))
+        return false;
     options.allFiles = parser.isSet(QStringLiteral("all-files"));
     options.allowDrm = parser.isSet(QStringLiteral("allow-drm"));
-    options.jsonFile = parser.value(QStringLiteral("json"));
-    options.jsonLinesFile = parser.value(QStringLiteral("json-lines"));
+    options.jsonFile = outputName(parser.value(QStringLiteral("json")));
+    options.jsonLinesFile = outputName(parser.value(QStringLiteral("json-lines")));
     options.events = parser.isSet(QStringLiteral("events"));
     options.reportFile = parser.value(QStringLiteral("report"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));
     options.verbose = parser.isSet(QStringLiteral("verbose"));
-    return true;
+    return checkOutputs(options, error);
 }
 
 bool readPaths(const QCommandLineParser& parser, const QHash<QString, QByteArray>& bytes,
@@ -231,21 +288,11 @@ bool parseReport(const QStringList& arguments, Options& options, QString& error)
     return true;
 }
 
-/// The suffixes of `formats`, in lines that begin with blanks.
+/// The suffixes of `formats`.
 QString formatLines(const char* formats)
 {
-    const int mostColumns = 76;
-    QString lines;
-    QString line = QStringLiteral(" ");
-    const QString list = QString::fromLatin1(formats).remove(QStringLiteral("*."));
-    for (const QString& suffix : list.split(QLatin1Char(';'), Qt::SkipEmptyParts)) {
-        if (line.length() + suffix.length() >= mostColumns) {
-            lines += line + QLatin1Char('\n');
-            line = QStringLiteral(" ");
-        }
-        line += QLatin1Char(' ') + suffix;
-    }
-    return lines + line + QLatin1Char('\n');
+    QString list = QString::fromLatin1(formats).remove(QStringLiteral("*."));
+    return QStringLiteral("  ") + wrapped(list.replace(QLatin1Char(';'), QLatin1Char(' ')), 2);
 }
 
 } // namespace
@@ -274,9 +321,8 @@ QString helpText()
                                   "  Show a saved error report, one line an error.\n\n"
                                   "Exit status:\n");
     for (std::size_t i = 0; i < exitStatusCount; ++i) {
-        text += QStringLiteral("  %1  %2\n")
-                    .arg(QLatin1String(exitStatusTable[i].status), 3)
-                    .arg(QLatin1String(exitStatusTable[i].meaning));
+        text += QStringLiteral("  %1  ").arg(QLatin1String(exitStatusTable[i].status), 3) +
+                wrapped(QLatin1String(exitStatusTable[i].meaning), 7);
     }
     return text;
 }

@@ -32,7 +32,7 @@ QString nameOf(ItemKind kind)
 
 QString timeText(double seconds)
 {
-    if (seconds <= 0.0)
+    if (!(seconds > 0.0)) // or no number at all
         return QStringLiteral("-");
     const qint64 whole = std::llround(std::min(seconds, 1e9));
     return QStringLiteral("%1:%2:%3")
@@ -157,7 +157,7 @@ QString folderLines(const ItemsByPath& items)
     for (const auto& entry : items) {
         ImportResult::Sums& sums = folders[QFileInfo(entry.first).path()];
         ++sums.byKind[int(entry.second->kind)];
-        sums.duration += entry.second->duration();
+        sums.duration += std::max(0.0, entry.second->duration());
         sums.bytes += entry.second->bytes;
     }
     QString lines;

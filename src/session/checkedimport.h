@@ -24,7 +24,7 @@ public:
 
     /// As ImportSession's.
     void stop();
-    void reportFailure(const QString& path) { m_session.reportFailure(path); }
+    void reportFailure(int type, const QString& path) { m_session.reportFailure(type, path); }
     bool saveReport(QIODevice* device) { return m_session.saveReport(device); }
 
 private:

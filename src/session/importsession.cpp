@@ -132,9 +132,9 @@ void ImportSession::stop()
     AVBased::stopEngine(); // the item at hand may take as long as its deadlines
 }
 
-void ImportSession::reportFailure(const QString& path)
+void ImportSession::reportFailure(int type, const QString& path)
 {
-    m_model.importErrorProc(CImportModel::ErrorImportFalsed, path);
+    m_model.importErrorProc(CImportModel::ErrorType(type), path);
 }
 
 bool ImportSession::saveReport(QIODevice* device)

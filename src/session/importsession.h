@@ -84,8 +84,8 @@ public:
     /// Asks the running import to stop. What has been found still arrives, and Finished.
     void stop();
 
-    /// As if an import had failed at `path`.
-    void reportFailure(const QString& path);
+    /// As if an import had failed at `path`; `type` is a CImportModel::ErrorType.
+    void reportFailure(int type, const QString& path);
 
     /// Writes the errors so far, as CImportModel::saveReport().
     bool saveReport(QIODevice* device);

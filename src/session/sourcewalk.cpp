@@ -72,7 +72,11 @@ bool SourceWalk::isItem(const QByteArray& path)
     if (isDisc(path))
         return true;
     enter(path);
-    return false;
+    if (QFile::encodeName(QFile::decodeName(path)) == path)
+        return false;
+    const bool holdsNames = !m_folders.back().names.empty(); // the import passes over empty ones
+    m_folders.pop_back();
+    return holdsNames;
 }
 
 /// The names are taken as a whole, so that the depth of the tree costs no open files.

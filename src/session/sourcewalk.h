@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-/// The items that an import finds below its sources, one after another and in its order: files, and
-/// folders of discs. With them an import can be made in parts, or shared between machines; what
+/// The items that an import finds below its sources, one after another and in its order: files,
+/// folders of discs, and folders whose names are no valid text. With them an import can be made in parts, or shared between machines; what
 /// they are the import finds out itself.
 class SourceWalk
 {

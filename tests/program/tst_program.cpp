@@ -126,6 +126,8 @@ private Q_SLOTS:
         expect("$vspimport --formats '*.avi' good.mp4", 1);
         expect("$vspimport --formats '*.avi' --all-files good.mp4", 0);
         expect("$vspimport --formats 'avi, .MP4' good.mp4", 0);
+        expect("$vspimport --formats avi --formats '*.{mkv,mp4}' good.mp4", 0);
+        expect("$vspimport --formats '*.*' good.mp4", 2, "--all-files", "^$");
         expect("$vspimport --for convert bad.mp4", 0);
         expect("$vspimport drm.mp4", 1, "", "drm.mp4: protected[^\n]* --allow-drm");
         expect("$vspimport bad.mp4", 1, "", "bad.mp4: not a media file");
@@ -146,7 +148,9 @@ private Q_SLOTS:
         expect("$vspimport --version", 0);
         expect("$vspimport --quiet good.mp4", 0, "", "^$");
         expect("$vspimport --json - good.mp4", 0, "", "^\\{.*\\}\n$");
-        expect("$vspimport --quiet --json /dev/stdout good.mp4 | cat", 0, "", "^\\{.*\\}\n$");
+        expect("$vspimport --json /dev/stdout good.mp4 > it; cat it", 0, "", "^\\{.*\\}\n$");
+        expect("$vspimport --json good.mp4 bad.mp4", 2, "good.mp4 is a media file", "^$");
+        expect("$vspimport --json it --json-lines ./it good.mp4", 2, "more than one output", "^$");
         // Found out before the import, with the reason.
         for (const char* option : {"json", "json-lines", "report"}) {
             expect(qPrintable(QString("$vspimport --%1 /no/such/x good.mp4").arg(option)), 2,
