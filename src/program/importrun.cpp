@@ -157,7 +157,8 @@ void ImportRun::receive(const ImportEvent& event)
 
 void ImportRun::receiveReady(const ImportEvent& event)
 {
-    if (!m_result.stopped && m_options.takesPictures() && lacksCapture(*event.item))
+    const bool isWithout = event.pictures != PictureIndex::Own || lacksCapture(*event.item);
+    if (!m_result.stopped && m_options.takesPictures() && isWithout)
         m_uncaptured = event.path;
     m_result.add(event.item, m_itemsBefore + event.value);
     if (m_lines)

@@ -29,7 +29,8 @@ public:
     const ImportResult& result() const { return m_result; }
     /// Folders that cannot be read.
     const QStringList& unreadable() const { return m_unreadable; }
-    /// A disc whose pictures could not be begun with; empty without one.
+    /// An item that could have no pictures of its own, or a disc whose pictures could not be begun
+    /// with; empty without one.
     const QString& uncaptured() const { return m_uncaptured; }
     bool saveReport(QIODevice* device) { return m_import.saveReport(device); }
 

@@ -31,6 +31,17 @@ QByteArray below(const QByteArray& folder, const QByteArray& name)
     return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
+/// As far as the import sees it.
+bool isEmpty(const QByteArray& path)
+{
+    const std::unique_ptr<DIR, CloseFolder> folder(opendir(path.constData()));
+    while (const dirent* entry = folder ? readdir(folder.get()) : nullptr) {
+        if (entry->d_name[0] != '.')
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 SourceWalk::SourceWalk(const QStringList& sources)
@@ -66,17 +77,15 @@ bool SourceWalk::isItem(const QByteArray& path)
         return false;
     if (!S_ISDIR(status.st_mode))
         return S_ISREG(status.st_mode);
+    if (QFile::encodeName(QFile::decodeName(path)) != path)
+        return !isEmpty(path); // the import cannot look into it
     // A link may lead back into its own tree.
     if (!m_walked.emplace(status.st_dev, status.st_ino).second)
         return false;
     if (isDisc(path))
         return true;
     enter(path);
-    if (QFile::encodeName(QFile::decodeName(path)) == path)
-        return false;
-    const bool holdsNames = !m_folders.back().names.empty(); // the import passes over empty ones
-    m_folders.pop_back();
-    return holdsNames;
+    return false;
 }
 
 /// The names are taken as a whole, so that the depth of the tree costs no open files.

@@ -91,6 +91,12 @@ private Q_SLOTS:
         QCOMPARE(colourAt(pictureOf(upright), 60, 45), QRgb(0x00808080));
         QCOMPARE(program.errorOutput, QByteArray());
 
+        QCOMPARE(program.shell("rm -r pictures; mkdir -p pictures/x-1600000000.jpg/x;"
+                               "$vspimport --json result.json a"),
+                 0);
+        QVERIFY(program.errorOutput.contains("no pictures could be made of"));
+        QCOMPARE(pictureOf(turned), QString());
+
         // Nor in processes at once.
         for (int i = 0; i < 10; ++i) {
             copyOf("media/quarters-turned-180.mp4", program.path(QString("c/%1.mp4").arg(i)));
