@@ -9,8 +9,8 @@
 #include <vector>
 
 /// The items that an import finds below its sources, one after another and in its order: files,
-/// folders of discs, and folders whose names are no valid text. With them an import can be made in parts, or shared between machines; what
-/// they are the import finds out itself.
+/// folders of discs, and folders whose names are no valid text. With them an import can be made in
+/// parts, or shared between machines; what they are the import finds out itself.
 class SourceWalk
 {
 public:
