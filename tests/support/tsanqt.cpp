@@ -5,9 +5,9 @@
 // Distributions build Qt without the sanitizer, which therefore does not see Qt's locks and queues
 // and takes everything that they order for a race. This library comes before Qt's and reports,
 // around the same operations of Qt: a lock orders its holders; connecting comes before emitting;
-// emitting comes before the delivery of what was queued by it; a thread's event loop ends before
-// wait() returns. It orders nothing beyond that, so that races in this project's code are still
-// found.
+// emitting, or invoking, comes before the delivery of what was queued by it; a thread's event loop
+// ends before wait() returns. It orders nothing beyond that, so that races in this project's code
+// are still found.
 #include <QtCore/QEvent>
 #include <QtCore/QMetaObject>
 #include <QtCore/QMutex>
@@ -126,6 +126,17 @@ void QMetaObject::activate(QObject* sender, const QMetaObject* meta, int index, 
     __tsan_acquire(sender);
     __tsan_release(&queuedCalls);
     call(sender, meta, index, arguments);
+}
+
+bool QMetaObject::invokeMethodImpl(QObject* object, QtPrivate::QSlotObjectBase* slot,
+                                   Qt::ConnectionType type, void* result)
+{
+    using Invoke = bool (*)(QObject*, QtPrivate::QSlotObjectBase*, Qt::ConnectionType, void*);
+    static const auto call = original<Invoke>(
+        "_ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN"
+        "2Qt14ConnectionTypeEPv");
+    __tsan_release(&queuedCalls);
+    return call(object, slot, type, result);
 }
 
 bool QObject::event(QEvent* event)
