@@ -52,9 +52,9 @@ void ImportProgress::show(const ImportEvent& event)
 QString ImportProgress::pictureText() const
 {
     QString text = QStringLiteral("pictures %1%  %2 of %3")
-                             .arg(m_pictured * 100LL / m_tasks, 3)
-                             .arg(m_pictured)
-                             .arg(m_tasks);
+                       .arg(m_pictured * 100LL / m_tasks, 3)
+                       .arg(m_pictured)
+                       .arg(m_tasks);
     const qint64 elapsed = m_sincePictures.elapsed();
     if (elapsed < leastElapsedMs)
         return text;
