@@ -6,6 +6,7 @@
 #include <QtCore/QDir>
 
 #include <algorithm>
+#include <map>
 
 using Vesk::CImportContext;
 
