@@ -11,10 +11,24 @@
 
 namespace {
 
-/// A copy of a fixture, of a time that is always the same: pictures' names hold it.
-QString copyOf(const QString& fixture, const QString& path)
+/// An MP4 file with zeros in the place of all that could be decoded.
+QByteArray withoutSamples(QByteArray film)
 {
-    writeFile(path, contentOf(fixturePath(fixture)));
+    const int start = film.indexOf("mdat") + 4;
+    const int end = film.indexOf("moov") - 4;
+    return film.replace(start, end - start, QByteArray(end - start, '\0'));
+}
+
+QByteArray asItIs(QByteArray film)
+{
+    return film;
+}
+
+/// A copy of a fixture, of a time that is always the same: pictures' names hold it.
+QString copyOf(const QString& fixture, const QString& path,
+               QByteArray (*change)(QByteArray) = asItIs)
+{
+    writeFile(path, change(contentOf(fixturePath(fixture))));
     QFile file(path);
     const bool isSet = file.open(QIODevice::ReadWrite) &&
                        file.setFileTime(QDateTime::fromSecsSinceEpoch(1600000000),
@@ -70,7 +84,7 @@ private Q_SLOTS:
         }
         // What cannot be had of one stays away when another has it; without the index, or with one
         // that is none, nobody knows whose the pictures are.
-        copyOf("media/encrypted.mp4", program.path("0/x.mp4"));
+        copyOf("media/quarters-upright.mp4", program.path("0/x.mp4"), withoutSamples);
         for (const char* prepare : {"rm -r pictures", "rm -r pictures/.index",
                                     "echo no index > pictures/.index/pictures.sqlite",
                                     "cd pictures/.index; rm *.sqlite; mkfifo pictures.sqlite",
@@ -78,8 +92,9 @@ private Q_SLOTS:
                                     "create table pictures(a)'",
                                     "rm -r pictures/.index; touch pictures/.index"}) {
             QCOMPARE(program.shell(prepare), 0);
-            program.import({"--allow-drm", program.path("0/x.mp4"), turned, upright});
-            QVERIFY2(!QFile::exists(pictureOf(program.path("0/x.mp4"))), prepare);
+            program.import({program.path("0/x.mp4"), turned, upright});
+            const QString none = pictureOf(program.path("0/x.mp4"));
+            QVERIFY2(!none.isEmpty() && !QFile::exists(none), prepare);
             for (const QString& source : {turned, upright}) {
                 const QRgb expected = source == turned ? 0x00808080 : 0x00800000;
                 QVERIFY2(colourAt(pictureOf(source), 60, 45) == expected, prepare);
