@@ -27,13 +27,16 @@ void forEachPicture(ItemType& item, Use use)
     }
 }
 
-template <typename Titles, typename Duration>
-double longest(const Titles& titles, Duration durationOf)
+/// The longest of `titles`; null without any.
+template <typename Title, typename Duration>
+const Title* longest(const std::vector<Title>& titles, Duration durationOf)
 {
-    double duration = 0.0;
-    for (const auto& title : titles)
-        duration = std::max(duration, durationOf(title));
-    return duration;
+    const Title* found = nullptr;
+    for (const Title& title : titles) {
+        if (!found || durationOf(*found) < durationOf(title))
+            found = &title;
+    }
+    return found;
 }
 
 } // namespace
@@ -43,6 +46,20 @@ const Stream* Movie::first(StreamKind kind) const
     const auto found = std::find_if(streams.begin(), streams.end(),
                                     [kind](const Stream& stream) { return stream.kind == kind; });
     return found == streams.end() ? nullptr : &*found;
+}
+
+const DvdTitle* Dvd::mainTitle() const
+{
+    const auto main = std::find_if(titles.begin(), titles.end(),
+                                   [](const DvdTitle& title) { return title.isMain; });
+    if (main != titles.end())
+        return &*main;
+    return longest(titles, [](const DvdTitle& title) { return title.movie.duration; });
+}
+
+const BlurayTitle* Bluray::mainTitle() const
+{
+    return longest(titles, [](const BlurayTitle& title) { return title.duration; });
 }
 
 const Movie* Bluray::movieOf(const BlurayTitle& title) const
@@ -66,19 +83,27 @@ QString Item::name() const
 
 double Item::duration() const
 {
-    switch (kind) {
-    case ItemKind::Dvd: {
-        const auto main = std::find_if(dvd.titles.begin(), dvd.titles.end(),
-                                       [](const DvdTitle& title) { return title.isMain; });
-        if (main != dvd.titles.end())
-            return main->movie.duration;
-        return longest(dvd.titles, [](const DvdTitle& title) { return title.movie.duration; });
+    double duration = movie.duration;
+    if (kind == ItemKind::Dvd) {
+        const DvdTitle* title = dvd.mainTitle();
+        duration = title ? title->movie.duration : 0.0;
+    } else if (kind == ItemKind::Bluray) {
+        const BlurayTitle* title = bluray.mainTitle();
+        duration = title ? title->duration : 0.0;
     }
-    case ItemKind::Bluray:
-        return longest(bluray.titles, [](const BlurayTitle& title) { return title.duration; });
-    default:
-        return movie.duration;
-    }
+    return std::max(duration, 0.0);
+}
+
+int Item::pictureCount() const
+{
+    std::size_t count = 0;
+    if (kind == ItemKind::Video)
+        count = 1;
+    for (const DvdTitle& title : dvd.titles)
+        count += std::max<std::size_t>(title.chapters.size(), 1);
+    for (const BlurayFile& file : bluray.files)
+        count += file.picturedClips.size();
+    return int(count);
 }
 
 std::vector<QString> Item::pictureFiles() const

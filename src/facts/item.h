@@ -101,6 +101,9 @@ struct Dvd
     QString path;
     bool isScrambled = false;
     std::vector<DvdTitle> titles;
+
+    /// The one that is marked, else the longest; null without titles.
+    const DvdTitle* mainTitle() const;
 };
 
 /// A clip by its places: that of its file on the disc, and its own in the file.
@@ -140,6 +143,8 @@ struct Bluray
     std::vector<BlurayFile> files;
     std::vector<BlurayTitle> titles;
 
+    /// The longest; null without titles.
+    const BlurayTitle* mainTitle() const;
     /// The movie of the first file that `title` plays; null when it plays none.
     const Movie* movieOf(const BlurayTitle& title) const;
 };
@@ -172,6 +177,8 @@ struct Item
 
     /// Files of all pictures that were to be taken, each once, whether or not they are there.
     std::vector<QString> pictureFiles() const;
+    /// How many pictures are to be taken of it.
+    int pictureCount() const;
     /// Leaves the item without pictures.
     void dropPictures();
 };

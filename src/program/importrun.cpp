@@ -39,13 +39,13 @@ ImportRun::ImportRun(const Options& options, const SourcePaths& paths, OutputFil
     , m_lines(lines)
     , m_result(paths.sources, !lines || !options.jsonFile.isEmpty())
     , m_progress(!options.quiet, paths.sources.size() > 1 && !lines)
-    , m_import([this](const ImportEvent& event) { receive(event); })
+    , m_imports([this](const ImportEvent& event) { receive(event); })
 {}
 
 bool ImportRun::run()
 {
     for (const QString& path : m_paths.undecodable)
-        m_import.reportFailure(CImportModel::ErrorImportFalsed, path);
+        m_imports.reportFailure(CImportModel::ErrorImportFalsed, path);
     const bool isInParts = m_lines || m_options.shardCount > 1;
     const bool started = isInParts ? importParts() : importPart(m_paths.sources);
     for (const QString& source : m_paths.sources) {
@@ -98,7 +98,7 @@ void ImportRun::reportUndecodable(const QByteArray& path)
         type = CImportModel::ErrorUnSupportSource;
     else if (!isTried && !m_options.formats.contains(pattern, Qt::CaseInsensitive))
         type = CImportModel::ErrorUnKnownSource;
-    m_import.reportFailure(type, file.absoluteFilePath());
+    m_imports.reportFailure(type, file.absoluteFilePath());
 }
 
 bool ImportRun::importPart(const QStringList& sources)
@@ -108,13 +108,16 @@ bool ImportRun::importPart(const QStringList& sources)
     request.forImport = m_options.forImport;
     request.forPlay = m_options.forPlay;
     request.forConvert = m_options.forConvert;
-    return m_import.run(request);
+    m_imports.add(request);
+    if (!m_imports.isIdle())
+        m_loop.exec();
+    return m_isStarted;
 }
 
 void ImportRun::stop()
 {
     m_result.stopped = true;
-    m_import.stop();
+    m_imports.stop();
 }
 
 void ImportRun::receive(const ImportEvent& event)
@@ -146,9 +149,13 @@ void ImportRun::receive(const ImportEvent& event)
     case ImportEvent::Ready:
         receiveReady(event);
         break;
+    case ImportEvent::NotStarted:
+        m_isStarted = false;
+        break;
     case ImportEvent::Finished:
         m_itemsBefore += m_itemsNow;
         m_itemsNow = 0;
+        m_loop.quit();
         break;
     default:
         break;

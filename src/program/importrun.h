@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include "checkedimport.h"
 #include "importprogress.h"
+#include "importqueue.h"
 #include "importresult.h"
 #include "refusals.h"
 
+#include <QtCore/QEventLoop>
 #include <QtCore/QStringList>
 
 struct Options;
@@ -32,7 +33,7 @@ public:
     /// An item that could have no pictures of its own, or a disc whose pictures could not be begun
     /// with; empty without one.
     const QString& uncaptured() const { return m_uncaptured; }
-    bool saveReport(QIODevice* device) { return m_import.saveReport(device); }
+    bool saveReport(QIODevice* device) { return m_imports.saveReport(device); }
 
 private:
     bool importParts();
@@ -52,7 +53,9 @@ private:
     ImportResult m_result;
     ImportProgress m_progress;
     Refusals m_refusals;
-    CheckedImport m_import;
+    ImportQueue m_imports;
+    QEventLoop m_loop;
+    bool m_isStarted = true;
     QStringList m_unreadable;
     QString m_uncaptured;
     bool m_isAnswered = false; ///< the item at hand gave a task or an error

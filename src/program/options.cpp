@@ -3,6 +3,7 @@
 
 #include "optiontable.h"
 #include "pathlist.h"
+#include "session/defaults.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
@@ -10,7 +11,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QHash>
 #include <QtCore/QRegularExpression>
-#include <QtCore/QStandardPaths>
 
 namespace {
 
@@ -131,14 +131,6 @@ bool parseFormats(const QStringList& values, QString& list, QString& error)
     return error.isEmpty();
 }
 
-QString defaultConfigDir()
-{
-    QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
-    if (QDir::isRelativePath(cache)) // XDG_CACHE_HOME counts only if it is absolute
-        cache = QDir::homePath() + QStringLiteral("/.cache");
-    return cache + QStringLiteral("/vspimport/snapshots");
-}
-
 /// A media file is not written over: the shell has made two names of one pattern. Nor is one result
 /// by another.
 bool checkOutputs(const Options& options, QString& error)
@@ -150,7 +142,7 @@ bool checkOutputs(const Options& options, QString& error)
             continue;
         const QString suffix = QStringLiteral("*.%1;").arg(file.suffix().toLower());
         const QString path = QDir::cleanPath(file.absoluteFilePath());
-        if (file.isFile() && QString::fromLatin1(defaultFormats).contains(suffix))
+        if (file.isFile() && QString::fromLatin1(defaults::formats).contains(suffix))
             error = QStringLiteral("%1 is a media file, and would be written over").arg(name);
         else if (files.contains(path))
             error = QStringLiteral("%1 cannot have more than one output").arg(name);
@@ -209,8 +201,8 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
         return false;
     options.configDir = parser.isSet(QStringLiteral("config-dir"))
                             ? parser.value(QStringLiteral("config-dir"))
-                            : defaultConfigDir();
-    options.formats = QString::fromLatin1(defaultFormats);
+                            : defaults::pictureFolder();
+    options.formats = QString::fromLatin1(defaults::formats);
     if (parser.isSet(QStringLiteral("formats")) &&
         !parseFormats(parser.values(QStringLiteral("formats")), options.formats, error))
         return false;
@@ -316,7 +308,7 @@ QString helpText()
     QCommandLineParser parser;
     addImportOptions(parser);
     QString text = parser.helpText() + QStringLiteral("\nWithout --formats these are imported:\n") +
-                   formatLines(defaultFormats) +
+                   formatLines(defaults::formats) +
                    QStringLiteral("\nvspimport report FILE [--json]\n"
                                   "  Show a saved error report, one line an error.\n\n"
                                   "Exit status:\n");

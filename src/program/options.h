@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "session/defaults.h"
+
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QSize>
@@ -25,7 +27,7 @@ struct Options
     bool forPlay = false;
     bool forConvert = false;
     QString configDir;
-    QSize snapSize{320, 180};
+    QSize snapSize = defaults::pictureSize;
     QString formats;
     QString forbidden;
     bool allFiles = false;

@@ -5,13 +5,6 @@ const char* const programSummary = "Imports media files, folders, disc images, D
                                    "folders and DVD IFO files: describes "
                                    "what is in them and takes pictures of it.";
 
-const char* const defaultFormats =
-    "*.3g2;*.3gp;*.aac;*.ac3;*.aif;*.aiff;*.amr;*.ape;*.asf;*.au;*.avi;*.caf;*.divx;*.dts;*.dv;"
-    "*.eac3;*.f4v;*.flac;*.flv;*.gif;*.gxf;*.h264;*.h265;*.hevc;*.ivf;*.m1v;*.m2t;*.m2ts;*.m2v;"
-    "*.m4a;*.m4b;*.m4v;*.mka;*.mkv;*.mod;*.mov;*.mp2;*.mp3;*.mp4;*.mpa;*.mpc;*.mpeg;*.mpg;*.mpv;"
-    "*.mts;*.mxf;*.nut;*.oga;*.ogg;*.ogm;*.ogv;*.opus;*.qt;*.ra;*.rm;*.rmvb;*.spx;*.tak;*.thd;"
-    "*.tod;*.tp;*.trp;*.ts;*.tta;*.vob;*.voc;*.w64;*.wav;*.webm;*.wma;*.wmv;*.wtv;*.wv;*.y4m;";
-
 const OptionText optionTable[] = {
     {"for", nullptr, "import|play|convert", Completion::Words,
      "What the sources are for. May be repeated. Default: import.",

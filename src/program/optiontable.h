@@ -27,9 +27,6 @@ struct OptionText
 extern const OptionText optionTable[];
 extern const std::size_t optionCount;
 
-/// Suffixes of the media files that are imported by default, as "*.avi;*.mp4;".
-extern const char* const defaultFormats;
-
 struct ExitStatusText
 {
     const char* status;

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "program.h"
 
+#include "commandlibrary.h"
 #include "options.h"
-#include "plugin.h"
 #include "reportcommand.h"
+#include "session/moduleplugin.h"
 #include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QCoreApplication>
@@ -43,9 +44,10 @@ int import(const Options& options)
 {
     if (options.jobs > 0)
         AVBased::setEngineProcesses(unsigned(options.jobs));
-    Plugin plugin;
+    ModulePlugin plugin;
+    CommandLibrary command;
     QString error;
-    return plugin.load(error) ? plugin.import(options) : unusable(error);
+    return plugin.load(error) && command.load(error) ? command.import(options) : unusable(error);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "reportcommand.h"
 
-#include "errornames.h"
 #include "reportreader.h"
+#include "session/errornames.h"
 #include "terminaltext.h"
 
 #include <QtCore/QJsonArray>

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "summary.h"
 
+#include "facts/itemtext.h"
 #include "shownpaths.h"
 #include "terminaltext.h"
-#include "vspbased/cbasicutils.h"
 
 #include <QtCore/QFileInfo>
 
 #include <algorithm>
-#include <cmath>
 
 using facts::Item;
 using facts::ItemKind;
@@ -30,54 +29,22 @@ QString nameOf(ItemKind kind)
     return QLatin1String(names[int(kind)]);
 }
 
-QString timeText(double seconds)
+QString orDash(const QString& text)
 {
-    if (!(seconds > 0.0)) // or no number at all
-        return QStringLiteral("-");
-    const qint64 whole = std::llround(std::min(seconds, 1e9));
-    return QStringLiteral("%1:%2:%3")
-        .arg(whole / 3600)
-        .arg(whole / 60 % 60, 2, 10, QLatin1Char('0'))
-        .arg(whole % 60, 2, 10, QLatin1Char('0'));
-}
-
-QString bytesText(qint64 bytes)
-{
-    return CBasicUtils::fileSizeToString(quint64(std::max<qint64>(bytes, 0)));
-}
-
-/// Width and height as the picture is seen: one that was turned on its side is coded lying.
-QString sizeText(const Movie& movie)
-{
-    const facts::Stream* video = movie.first(facts::StreamKind::Video);
-    if (!video)
-        return QStringLiteral("-");
-    const QStringList ratio = video->aspectRatio.split(QLatin1Char(':'));
-    const bool isShownUpright = ratio.value(0).toDouble() < ratio.value(1).toDouble();
-    const bool isTurned = isShownUpright && video->width > video->height;
-    return QStringLiteral("%1x%2")
-        .arg(isTurned ? video->height : video->width)
-        .arg(isTurned ? video->width : video->height);
+    return text.isEmpty() ? QStringLiteral("-") : text;
 }
 
 QString codecsText(const Movie& movie)
 {
-    QStringList codecs;
-    for (const facts::Stream& stream : movie.streams) {
-        const bool counts =
-            stream.kind == facts::StreamKind::Video || stream.kind == facts::StreamKind::Audio;
-        if (counts && !stream.codec.isEmpty() && !codecs.contains(stream.codec))
-            codecs.append(stream.codec);
-    }
-    return codecs.isEmpty() ? QStringLiteral("-") : codecs.join(QLatin1Char(','));
+    return facts::codecs(movie).join(QLatin1Char(','));
 }
 
 QString columns(const QString& kind, double duration, const QString& size, const QString& codecs,
                 const QString& name)
 {
     return QStringLiteral("%1  %2  %3  %4  %5\n")
-        .arg(kind.leftJustified(7), timeText(duration).rightJustified(8), size.leftJustified(9),
-             codecs.leftJustified(18), terminalText(name));
+        .arg(kind.leftJustified(7), orDash(facts::durationText(duration)).rightJustified(8),
+             orDash(size).leftJustified(9), orDash(codecs).leftJustified(18), terminalText(name));
 }
 
 QString titleLine(const Movie* movie, double duration, std::size_t place, std::size_t chapters,
@@ -88,7 +55,7 @@ QString titleLine(const Movie* movie, double duration, std::size_t place, std::s
                              .arg(chapters)
                              .arg(QLatin1String(chapters == 1 ? "" : "s"), QLatin1String(more));
     static const Movie none;
-    return columns(QStringLiteral(" title"), duration, sizeText(movie ? *movie : none),
+    return columns(QStringLiteral(" title"), duration, facts::sizeText(movie ? *movie : none),
                    codecsText(movie ? *movie : none), name);
 }
 
@@ -115,7 +82,7 @@ QString titleLines(const Item& item)
 QString itemLines(const Item& item, const QString& path)
 {
     if (!item.isDisc()) {
-        return columns(nameOf(item.kind), item.movie.duration, sizeText(item.movie),
+        return columns(nameOf(item.kind), item.movie.duration, facts::sizeText(item.movie),
                        codecsText(item.movie), path);
     }
     // The disc's own name, where that is another than the folder's.
@@ -163,8 +130,8 @@ QString folderLines(const ItemsByPath& items)
     QString lines;
     for (auto it = folders.constBegin(); it != folders.constEnd(); ++it) {
         lines += QStringLiteral("%1  %2  %3  %4\n")
-                     .arg(timeText(it->duration).rightJustified(9),
-                          bytesText(it->bytes).rightJustified(9),
+                     .arg(orDash(facts::durationText(it->duration)).rightJustified(9),
+                          facts::bytesText(it->bytes).rightJustified(9),
                           countsText(it->byKind).leftJustified(22), terminalText(it.key()));
     }
     return lines;
@@ -215,7 +182,8 @@ QString sumsLine(const ImportResult& result)
     if (failed > 0)
         line += QStringLiteral(", %1 not").arg(failed);
     if (sums.items > 0) {
-        line += QStringLiteral(", %1, %2").arg(timeText(sums.duration), bytesText(sums.bytes));
+        line += QStringLiteral(", %1, %2")
+                    .arg(orDash(facts::durationText(sums.duration)), facts::bytesText(sums.bytes));
     }
     return line + QLatin1String(result.stopped ? ", stopped\n" : "\n");
 }

@@ -20,14 +20,16 @@ const int mostRounds = 3;
 CheckedImport::CheckedImport(ImportSession::Receiver receiver)
     : m_receiver(std::move(receiver))
     , m_session([this](const ImportEvent& event) { receive(event); })
-    , m_repeated([this](const ImportEvent& event) { m_repeatedReceiver(event); })
+    , m_repeated([this](const ImportEvent& event) { receiveAgain(event); })
 {}
 
 CheckedImport::~CheckedImport() = default;
 
-bool CheckedImport::run(const ImportRequest& request)
+bool CheckedImport::start(const ImportRequest& request)
 {
     m_request = request;
+    m_round = 0;
+    m_stopped = false;
     m_folder = CImportContext::instance()->configDir();
     if (request.takesPictures() && !m_index && QDir(m_folder).exists()) {
         m_index = std::make_unique<PictureIndex>(m_folder);
@@ -40,17 +42,7 @@ bool CheckedImport::run(const ImportRequest& request)
         };
         m_request.afterPictures = [this](ImportEvent& ready) { afterPictures(ready); };
     }
-    if (!m_session.start(m_request))
-        return false;
-    m_loop.exec();
-    CImportContext::instance()->setConfigDir(m_folder);
-    for (int round = 0; round < mostRounds && !m_again.empty() && !m_stopped; ++round)
-        importAgain();
-    for (Again& again : m_again)
-        giveUp(again);
-    m_again.clear();
-    m_receiver({ImportEvent::Finished});
-    return true;
+    return m_session.start(m_request);
 }
 
 void CheckedImport::stop()
@@ -63,9 +55,19 @@ void CheckedImport::stop()
 void CheckedImport::receive(const ImportEvent& event)
 {
     if (event.kind == ImportEvent::Finished)
-        m_loop.quit();
+        next();
     else if (event.kind != ImportEvent::Ready || isOwn(event))
         m_receiver(event);
+}
+
+void CheckedImport::next()
+{
+    CImportContext::instance()->setConfigDir(m_folder);
+    const bool mayRepeat = m_round++ < mostRounds && !m_stopped;
+    if (mayRepeat && !m_again.empty() && importAgain())
+        return;
+    giveUp(m_again);
+    m_receiver({ImportEvent::Finished});
 }
 
 /// What other processes might mistake for theirs goes where nobody else's is.
@@ -95,50 +97,54 @@ bool CheckedImport::isOwn(const ImportEvent& ready)
 }
 
 /// One import for all of them: the folder is changed between two items.
-void CheckedImport::importAgain()
+bool CheckedImport::importAgain()
 {
-    std::vector<Again> left = std::move(m_again);
+    m_left = std::move(m_again);
     m_again.clear();
     ImportRequest request = m_request;
     request.sources.clear();
+    request.describesFound = false;
     std::map<QString, QString> folders;
-    for (const Again& again : left) {
+    for (const Again& again : m_left) {
         request.sources.append(again.ready.item->sourcePath());
         folders[again.ready.item->path] = again.folder;
     }
-    request.beforePictures = [this, &folders](const QString& path, const QString& name) {
+    request.beforePictures = [this, folders](const QString& path, const QString& name) {
         const auto folder = folders.find(path);
         beforePictures(path, name, folder == folders.end() ? QString() : folder->second);
     };
-    m_repeatedReceiver = [this, &left](const ImportEvent& event) { receiveAgain(event, left); };
-    if (m_repeated.start(request))
-        m_loop.exec();
-    CImportContext::instance()->setConfigDir(m_folder);
-    for (Again& gone : left)
-        giveUp(gone);
+    const bool isStarted = m_repeated.start(request);
+    if (!isStarted)
+        giveUp(m_left);
+    return isStarted;
 }
 
-void CheckedImport::receiveAgain(const ImportEvent& event, std::vector<Again>& left)
+void CheckedImport::receiveAgain(const ImportEvent& event)
 {
-    if (event.kind == ImportEvent::Finished)
-        m_loop.quit();
+    if (event.kind == ImportEvent::Finished) {
+        giveUp(m_left);
+        next();
+    }
     if (event.kind != ImportEvent::Ready)
         return;
-    const auto first = std::find_if(left.begin(), left.end(), [&event](const Again& again) {
+    const auto first = std::find_if(m_left.begin(), m_left.end(), [&event](const Again& again) {
         return again.ready.item->path == event.item->path;
     });
-    if (first == left.end())
+    if (first == m_left.end())
         return;
     ImportEvent ready = event;
     ready.value = first->ready.value;
-    left.erase(first);
+    m_left.erase(first);
     if (isOwn(ready))
         m_receiver(ready);
 }
 
 /// Better no picture than another's.
-void CheckedImport::giveUp(Again& again)
+void CheckedImport::giveUp(std::vector<Again>& those)
 {
-    again.ready.item->dropPictures();
-    m_receiver(again.ready);
+    for (Again& again : those) {
+        again.ready.item->dropPictures();
+        m_receiver(again.ready);
+    }
+    those.clear();
 }

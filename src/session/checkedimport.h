@@ -5,8 +5,6 @@
 #include "namelock.h"
 #include "pictureindex.h"
 
-#include <QtCore/QEventLoop>
-
 #include <atomic>
 
 /// An import whose items come with pictures of their own: those that came with another source's are
@@ -19,10 +17,8 @@ public:
     explicit CheckedImport(ImportSession::Receiver receiver);
     ~CheckedImport();
 
-    /// Runs an import to its end, in an event loop. False when it cannot be started.
-    bool run(const ImportRequest& request);
-
     /// As ImportSession's.
+    bool start(const ImportRequest& request);
     void stop();
     void reportFailure(int type, const QString& path) { m_session.reportFailure(type, path); }
     bool saveReport(QIODevice* device) { return m_session.saveReport(device); }
@@ -40,11 +36,13 @@ private:
     void afterPictures(ImportEvent& ready);
 
     void receive(const ImportEvent& event);
-    void receiveAgain(const ImportEvent& event, std::vector<Again>& left);
+    void receiveAgain(const ImportEvent& event);
     /// Whether `ready` is as it should be; otherwise it is among m_again.
     bool isOwn(const ImportEvent& ready);
-    void importAgain();
-    void giveUp(Again& again);
+    /// Imports again, or ends.
+    void next();
+    bool importAgain();
+    void giveUp(std::vector<Again>& those);
 
     ImportSession::Receiver m_receiver;
     QString m_folder;                      ///< of the pictures of all
@@ -53,12 +51,12 @@ private:
     std::unique_ptr<FileClock> m_clock;
     FileTime m_picturesSince = 0; ///< no picture of the item that is older was taken now
     ImportRequest m_request;
-    std::vector<Again> m_again;
+    std::vector<Again> m_again; ///< for the next round
+    std::vector<Again> m_left;  ///< of the round at hand
+    int m_round = 0;
+    std::atomic<bool> m_stopped{false};
     ImportSession m_session;
     ImportSession m_repeated; ///< apart, since its failures are no news
-    ImportSession::Receiver m_repeatedReceiver;
-    std::atomic<bool> m_stopped{false};
-    QEventLoop m_loop;
 
     Q_DISABLE_COPY(CheckedImport)
 };

@@ -24,7 +24,10 @@ struct ImportSession::Worker
     void found(CImportTask* task)
     {
         tasks.emplace_back(task);
-        session.post({ImportEvent::Found, task->url()});
+        ImportEvent event(ImportEvent::Found, task->url(), int(tasks.size() - 1));
+        if (request.describesFound)
+            event.item = std::make_shared<facts::Item>(facts::readItem(task));
+        session.post(std::move(event));
         if (!request.takesPictures())
             ready();
     }

@@ -24,6 +24,9 @@ struct ImportRequest
     bool forPlay = false;
     bool forConvert = false;
 
+    /// Whether Found has the item as far as it is known then: without pictures.
+    bool describesFound = false;
+
     /// Called on the import's thread before the pictures of the item at `path` are taken. Those of
     /// items with another `name` have other names.
     std::function<void(const QString& path, const QString& name)> beforePictures;
@@ -38,7 +41,8 @@ struct ImportEvent
 {
     enum Kind
     {
-        Found,         ///< `path`: taskProcess(ImportDone)
+        NotStarted,    ///< before Finished, instead of all others
+        Found,         ///< `path`: taskProcess(ImportDone). `value` counts them from 0
         Pictured,      ///< `path`: taskProcess(SnapDone)
         Failed,        ///< `path`, `value` is a CImportModel::ErrorType
         Seen,          ///< `path`: importUrl()
@@ -46,7 +50,7 @@ struct ImportEvent
         ImportFinished,
         PicturePercent, ///< `value`
         PicturesFinished,
-        Ready,   ///< `item`: nothing more will change in it. `value` counts them from 0
+        Ready,   ///< `item`: nothing more will change in it. `value` as that of Found
         Finished ///< the last one
     };
 
@@ -59,7 +63,7 @@ struct ImportEvent
     Kind kind;
     QString path;
     int value;
-    std::shared_ptr<facts::Item> item;
+    std::shared_ptr<facts::Item> item; ///< of Ready, and of Found where it is asked for
     PictureIndex::Verdict pictures = PictureIndex::Own; ///< of Ready, where they are checked
 };
 

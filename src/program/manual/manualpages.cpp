@@ -2,6 +2,7 @@
 #include "manualpages.h"
 
 #include "../optiontable.h"
+#include "session/defaults.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QStringList>
@@ -55,7 +56,7 @@ QByteArray optionEntry(const OptionText& option)
 
 QByteArray suffixes()
 {
-    QString list = QString::fromLatin1(defaultFormats).remove(QStringLiteral("*."));
+    QString list = QString::fromLatin1(defaults::formats).remove(QStringLiteral("*."));
     return troff(list.split(QLatin1Char(';'), Qt::SkipEmptyParts).join(QLatin1Char(' ')));
 }
 
