@@ -68,6 +68,25 @@ const Movie* Bluray::movieOf(const BlurayTitle& title) const
     return plays ? &files[std::size_t(title.clips.front().file)].movie : nullptr;
 }
 
+QString Bluray::pictureFile(ClipPlace place) const
+{
+    if (place.file < 0 || std::size_t(place.file) >= files.size())
+        return QString();
+    const std::vector<Picture>& clips = files[std::size_t(place.file)].clips;
+    const bool exists = place.clip >= 0 && std::size_t(place.clip) < clips.size();
+    return exists ? clips[std::size_t(place.clip)].file : QString();
+}
+
+QString Bluray::pictureFile(const BlurayChapter& chapter) const
+{
+    for (auto clip = chapter.clips.rbegin(); clip != chapter.clips.rend(); ++clip) {
+        const QString file = pictureFile(*clip);
+        if (!file.isEmpty())
+            return file;
+    }
+    return QString();
+}
+
 QString Item::sourcePath() const
 {
     return path.length() > 1 && path.endsWith(QLatin1Char('/')) ? path.chopped(1) : path;

@@ -147,6 +147,10 @@ struct Bluray
     const BlurayTitle* mainTitle() const;
     /// The movie of the first file that `title` plays; null when it plays none.
     const Movie* movieOf(const BlurayTitle& title) const;
+    /// The path of the clip's picture; empty where it has none, or the disc no such clip.
+    QString pictureFile(ClipPlace place) const;
+    /// Of the clip that the chapter begins in: the last of its clips that has one.
+    QString pictureFile(const BlurayChapter& chapter) const;
 };
 
 enum class ItemKind

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "failuremodel.h"
+
+void FailureModel::setFailures(const std::vector<ImportResult::Failure>& failures)
+{
+    beginResetModel();
+    m_failures = failures;
+    endResetModel();
+}
+
+int FailureModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_failures.size());
+}
+
+int FailureModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : 2;
+}
+
+QVariant FailureModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
+        return {};
+    const ImportResult::Failure& failure = m_failures[std::size_t(index.row())];
+    return index.column() == 0 ? failure.path : failure.reason;
+}
+
+QVariant FailureModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return section == 0 ? tr("Path") : tr("Reason");
+}

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "libraryrow.h"
+
+#include <QtCore/QAbstractItemModel>
+#include <QtCore/QHash>
+#include <QtCore/QMultiHash>
+#include <QtCore/QSize>
+
+class PictureCache;
+
+/// The list of items with what is in them, as a tree for Qt's views: items, their parts, and the
+/// pieces of those. On the window's thread; touches no file.
+class LibraryModel : public QAbstractItemModel
+{
+    Q_OBJECT
+
+public:
+    enum Role
+    {
+        /// A QPixmap that fits into the cache's size; null while there is none. Asked for once, it
+        /// is loaded, and dataChanged() tells of it.
+        PictureRole = Qt::UserRole,
+        KindRole,     ///< a facts::ItemKind as a number; of items alone
+        DurationRole, ///< as text; for pieces when they begin
+    };
+
+    /// To be translated.
+    static const char* const columnNames[ColumnCount];
+
+    /// `pictures` outlives this.
+    explicit LibraryModel(PictureCache& pictures, QObject* parent = nullptr);
+    ~LibraryModel() override;
+
+    struct Entry
+    {
+        QString key; ///< an item's own
+        std::shared_ptr<const facts::Item> item;
+    };
+    /// Appends the items that are not there yet, and updates the others.
+    void put(const std::vector<Entry>& entries);
+
+    void removeKeys(const QStringList& keys);
+
+    bool contains(const QString& key) const { return m_byKey.contains(key); }
+    /// Invalid where there is none.
+    QModelIndex indexOf(const QString& key) const;
+    QString key(const QModelIndex& index) const;
+    Place place(const QModelIndex& index) const;
+    int itemCount() const { return int(m_rows.size()); }
+    const facts::Item& item(int row) const { return m_rows[std::size_t(row)]->item(); }
+    /// Of an index of an item.
+    const LibraryRow& row(const QModelIndex& index) const;
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
+
+private Q_SLOTS:
+    void onPictureLoaded(const QString& file);
+
+private:
+    void append(const std::vector<Entry>& entries);
+    void update(LibraryRow& row, const std::shared_ptr<const facts::Item>& item);
+    QModelIndex itemIndex(const LibraryRow& row, int column = 0) const;
+    QString displayText(const QModelIndex& index) const;
+    QString accessibleText(const QModelIndex& index) const;
+    QVariant picture(const QModelIndex& index) const;
+
+    PictureCache& m_pictures;
+    std::vector<std::unique_ptr<LibraryRow>> m_rows;
+    QHash<QString, LibraryRow*> m_byKey;
+    /// Who waits for which picture to be loaded.
+    mutable QMultiHash<QString, QPersistentModelIndex> m_awaited;
+};

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+//
+// vspimport-window [PATH…]: the desktop window. library.h tells what it is made of.
+#include "cimportcontext.h"
+#include "defaults.h"
+#include "mainwindow.h"
+#include "moduleplugin.h"
+#include "pictureformat.h"
+#include "vspavbased/enginecontrol.h"
+
+#include <QtCore/QCommandLineParser>
+#include <QtCore/QDir>
+#include <QtCore/QLibraryInfo>
+#include <QtCore/QTranslator>
+#include <QtGui/QIcon>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMessageBox>
+
+#include <cstring>
+
+namespace {
+
+class Program
+{
+    Q_DECLARE_TR_FUNCTIONS(Program)
+
+public:
+    /// Paths of the command line, absolute. Ends the process for --help and the like.
+    static QStringList parse(QCoreApplication& application)
+    {
+        QCommandLineParser parser;
+        parser.setApplicationDescription(
+            tr("Shows what is in media files, folders, disc images, DVDs and Blu-ray discs."));
+        parser.addHelpOption();
+        parser.addVersionOption();
+        parser.addPositionalArgument(QStringLiteral("PATH"), tr("What to import."),
+                                     QStringLiteral("[PATH...]"));
+        parser.process(application);
+        QStringList paths;
+        for (const QString& path : parser.positionalArguments())
+            paths.append(QDir::cleanPath(QDir::current().absoluteFilePath(path)));
+        return paths;
+    }
+
+    static QString cannotStart() { return tr("vspimport cannot start"); }
+};
+
+void identify()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("vspimport-window"));
+    QCoreApplication::setOrganizationName(QStringLiteral("vspimport"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VSPIMPORT_VERSION));
+}
+
+void translate(QTranslator& ours, QTranslator& qts)
+{
+    const QLocale locale;
+    const QString folder =
+        QCoreApplication::applicationDirPath() + QLatin1String("/" VSPIMPORT_TRANSLATIONS);
+    // Plural forms of English are a translation too.
+    if (ours.load(locale, QStringLiteral("vspimport-window"), QStringLiteral("_"), folder) ||
+        ours.load(QStringLiteral("vspimport-window_en"), folder))
+        QCoreApplication::installTranslator(&ours);
+#if QT_VERSION_MAJOR < 6
+    const QString qtsFolder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#else
+    const QString qtsFolder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#endif
+    if (qts.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"), qtsFolder))
+        QCoreApplication::installTranslator(&qts);
+}
+
+/// Help is for those without a screen, too.
+bool asksForHelp(int argc, char** argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        for (const char* word : {"-h", "--help", "--help-all", "-v", "--version"}) {
+            if (std::strcmp(argv[i], word) == 0)
+                return true;
+        }
+    }
+    return false;
+}
+
+void setContext(qreal ratio)
+{
+    Vesk::CImportContext* context = Vesk::CImportContext::instance();
+    const QString folder = pictureformat::folder(ratio);
+    QDir().mkpath(folder);
+    context->setConfigDir(folder);
+    context->setSnapSize(pictureformat::takenSize(ratio));
+    context->setFileFormats(QString::fromLatin1(defaults::formats));
+    context->setLimitFileFormat(true);
+    context->setDvdSupport(true);
+    context->setBdSupport(true);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    identify();
+    QTranslator ours;
+    QTranslator qts;
+    if (asksForHelp(argc, argv)) {
+        QCoreApplication application(argc, argv);
+        translate(ours, qts);
+        Program::parse(application);
+        return 0;
+    }
+    if (argc > 1)
+        AVBased::startEngine(); // which takes longest; the import says when it cannot be
+#if QT_VERSION_MAJOR < 6
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
+    QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("vspimport-window"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vspimport-window.svg")));
+    translate(ours, qts);
+    const QStringList paths = Program::parse(application);
+
+    ModulePlugin plugin;
+    QString error;
+    if (!plugin.load(error)) {
+        QMessageBox::critical(nullptr, Program::cannotStart(), error);
+        return 2;
+    }
+    setContext(application.devicePixelRatio());
+    MainWindow window;
+    window.show();
+    window.import(paths);
+    return QApplication::exec();
+}

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "pictureloader.h"
+
+#include <QtCore/QMutexLocker>
+#include <QtGui/QImageReader>
+
+namespace {
+
+/// As many as several screens hold.
+const int mostWaiting = 500;
+
+/// Nothing that an import has written is larger.
+const QSize largest(16384, 16384);
+
+} // namespace
+
+PictureLoader::PictureLoader(QSize size)
+    : m_size(size)
+{
+    start(QThread::LowPriority);
+}
+
+PictureLoader::~PictureLoader()
+{
+    {
+        QMutexLocker lock(&m_mutex);
+        m_isEnding = true;
+        m_isAsked.wakeOne();
+    }
+    wait();
+}
+
+void PictureLoader::load(const QString& file)
+{
+    QString given;
+    {
+        QMutexLocker lock(&m_mutex);
+        m_files.append(file);
+        if (m_files.size() > mostWaiting)
+            given = m_files.takeFirst();
+        m_isAsked.wakeOne();
+    }
+    if (!given.isEmpty())
+        emit dropped(given);
+}
+
+void PictureLoader::run()
+{
+    for (QString file = next(); !file.isEmpty(); file = next())
+        emit loaded(file, read(file));
+}
+
+/// Empty when the thread is to end.
+QString PictureLoader::next()
+{
+    QMutexLocker lock(&m_mutex);
+    while (m_files.isEmpty() && !m_isEnding)
+        m_isAsked.wait(&m_mutex);
+    return m_isEnding ? QString() : m_files.takeLast();
+}
+
+QImage PictureLoader::read(const QString& file) const
+{
+    QImageReader reader(file);
+    QSize size = reader.size();
+    if (!size.isValid() || size.width() > largest.width() || size.height() > largest.height())
+        return QImage();
+    if (size.width() > m_size.width() || size.height() > m_size.height())
+        reader.setScaledSize(size.scaled(m_size, Qt::KeepAspectRatio));
+    return reader.read();
+}

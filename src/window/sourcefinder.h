@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <QtCore/QMutex>
+#include <QtCore/QStringList>
+#include <QtCore/QThread>
+#include <QtCore/QVector>
+#include <QtCore/QWaitCondition>
+
+#include <atomic>
+#include <deque>
+
+/// Something to import, and what it is known by: its canonical path, the same however it was come
+/// to.
+struct FoundSource
+{
+    QString path;
+    QString key;
+    bool isNamed = false; ///< was given itself, and not found in a folder
+};
+
+/// The thread that looks up what lies at and below paths, so that no window waits for a disk.
+class SourceFinder : public QThread
+{
+    Q_OBJECT
+
+public:
+    explicit SourceFinder(QObject* parent = nullptr);
+    ~SourceFinder() override;
+
+    /// Looks up all that `paths`, absolute, stand for. Callable from any thread, as the next.
+    void find(const QStringList& paths);
+    /// What was not signalled yet will not be, but for finished paths.
+    void stop();
+
+Q_SIGNALS:
+    /// On this thread; the more there is, the more at once.
+    void found(const QVector<FoundSource>& sources);
+    void unusable(const QString& path, const QString& reason);
+    /// All that one find() has asked for has been found.
+    void done();
+
+protected:
+    void run() override;
+
+private:
+    bool next(QStringList& paths);
+    void walk(const QStringList& paths);
+
+    QMutex m_mutex;
+    QWaitCondition m_isAsked;
+    std::deque<QStringList> m_waiting;
+    bool m_isEnding = false;
+    std::atomic<bool> m_isStopped{false};
+};
+
+Q_DECLARE_METATYPE(FoundSource)
