@@ -11,14 +11,14 @@
 #include "pictureformat.h"
 #include "startpage.h"
 
+#include <QAction>
+#include <QActionGroup>
 #include <QtCore/QMimeData>
 #include <QtCore/QSettings>
 #include <QtCore/QStandardPaths>
 #include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
 #include <QtGui/QGuiApplication>
-#include <QtWidgets/QAction>
-#include <QtWidgets/QActionGroup>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>

@@ -3,9 +3,9 @@
 
 #include "librarymodel.h"
 
+#include <QAction>
+#include <QActionGroup>
 #include <QtGui/QIcon>
-#include <QtWidgets/QAction>
-#include <QtWidgets/QActionGroup>
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QMenuBar>
