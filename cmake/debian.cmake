@@ -5,6 +5,7 @@
 #   runtime      libvspimport1      libraries, plug-in and the engine's programs: all that hosts need
 #   development  libvspimport-dev   what hosts are built with
 #   program      vspimport          the command line
+#   window       vspimport-window   the desktop window
 #
 # The engine's programs lie with the libraries, by architecture and version, since both belong to one
 # package of which several may be installed.
@@ -13,12 +14,13 @@ set(packaging ${PROJECT_SOURCE_DIR}/packaging/debian)
 set(runtime_package libvspimport${PROJECT_VERSION_MAJOR})
 set(development_package libvspimport-dev)
 set(program_package vspimport)
+set(window_package vspimport-window)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vspimport)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "The vspimport developers <vspimport@packages.invalid>")
-set(CPACK_COMPONENTS_ALL runtime development program)
+set(CPACK_COMPONENTS_ALL runtime development program window)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -54,6 +56,17 @@ debian_package(program video "${this_version}"
 Imports media files, folders, disc images, DVD and Blu-ray folders, lists
 what is in them, as text or as JSON, and takes a picture of every video,
 chapter and clip.")
+debian_package(window video "${this_version}"
+"see what is in media files and discs
+Imports media files, folders, disc images, DVD and Blu-ray folders that are
+dropped on its window, and shows what is in them, with a picture of every
+video, chapter and clip.")
+set(qt_svg_5 libqt5svg5)
+set(qt_svg_6 "qt6-svg-plugins | libqt6svg6")
+set(CPACK_DEBIAN_WINDOW_PACKAGE_RECOMMENDS ${qt_svg_${VSPIMPORT_QT}}) # reads its icon
+set(qt_translations_5 qttranslations5-l10n)
+set(qt_translations_6 qt6-translations-l10n)
+set(CPACK_DEBIAN_WINDOW_PACKAGE_SUGGESTS ${qt_translations_${VSPIMPORT_QT}})
 
 configure_file(${packaging}/changelog.in changelog @ONLY)
 execute_process(COMMAND gzip -9nc changelog WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}

@@ -6,12 +6,12 @@
 build_packages=(
     g++ cmake ninja-build ccache pkg-config qtbase5-dev libavformat-dev libavcodec-dev libavutil-dev
     libswscale-dev libicu-dev libxml2-dev libseccomp-dev libsqlite3-dev libflatbuffers-dev
-    flatbuffers-compiler ffmpeg dvdauthor
+    flatbuffers-compiler qttools5-dev-tools libqt5svg5 ffmpeg dvdauthor
 )
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format
     clang-tidy libclang-rt-dev llvm qt6-base-dev doxygen python3-jsonschema dpkg-dev debootstrap
-    lintian
+    lintian desktop-file-utils appstream
 )
 
 # What two builds have in common is compiled once.

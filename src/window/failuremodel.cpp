@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "failuremodel.h"
 
+#include "reasontexts.h"
+
 void FailureModel::setFailures(const std::vector<ImportResult::Failure>& failures)
 {
     beginResetModel();
@@ -23,7 +25,7 @@ QVariant FailureModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
     const ImportResult::Failure& failure = m_failures[std::size_t(index.row())];
-    return index.column() == 0 ? failure.path : failure.reason;
+    return index.column() == 0 ? failure.path : translatedReason(failure.reason);
 }
 
 QVariant FailureModel::headerData(int section, Qt::Orientation orientation, int role) const
