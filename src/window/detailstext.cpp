@@ -25,19 +25,29 @@ QString heading(const QString& text)
     return QStringLiteral("<h3>%1</h3>").arg(escaped(text));
 }
 
+/// Short facts are read in one line, lists in as many as they take.
+bool isShort(const QString& text)
+{
+    const int mostLetters = 24;
+    return text.length() <= mostLetters;
+}
+
 /// What is unknown is left out.
 QString fact(const QString& name, const QString& value)
 {
     if (value.isEmpty())
         return QString();
-    return QStringLiteral("<tr><td>%1</td><td>%2</td></tr>").arg(escaped(name), escaped(value));
+    return QStringLiteral("<tr><td style='white-space:nowrap'>%1&nbsp;</td><td>%2</td></tr>")
+        .arg(escaped(name), escaped(value));
 }
 
 QString row(const QStringList& cells, const char* tag = "td")
 {
     QString line;
     for (const QString& cell : cells)
-        line += QStringLiteral("<%1>%2</%1>").arg(QLatin1String(tag), escaped(cell));
+        line += QStringLiteral("<%1 style='white-space:%2'>%3</%1>")
+                    .arg(QLatin1String(tag), QLatin1String(isShort(cell) ? "nowrap" : "normal"),
+                         escaped(cell));
     return QStringLiteral("<tr>%1</tr>").arg(line);
 }
 
