@@ -183,15 +183,17 @@ QString DetailsText::titles(const Place& place)
     QString rows;
     std::size_t shown = 0;
     for (const int part : ItemParts::shownOrder(item)) {
-        if (std::size_t(part) >= count || shown++ == mostRows)
+        if (std::size_t(part) >= count) // a stream file
             continue;
+        if (shown++ == mostRows)
+            break;
         const Place title{place.item, part};
         const bool isBluray = item.kind == ItemKind::Bluray;
         const auto at = std::size_t(part);
         const std::size_t chapters =
             isBluray ? item.bluray.titles[at].chapters.size() : item.dvd.titles[at].chapters.size();
         rows += row({ItemParts::text(title, NameColumn), ItemParts::text(title, DurationColumn),
-                     tr("%n chapter(s)", "", int(chapters)), ItemParts::text(title, SizeColumn),
+                     tr("%n chapter(s)", "", int(chapters)),
                      isBluray ? clipNames(item.bluray, item.bluray.titles[at])
                               : ItemParts::text(title, LanguagesColumn)});
     }
@@ -221,7 +223,7 @@ QString DetailsText::blurayFiles(const Place& place)
         const Place file{place.item, int(disc.titles.size() + i)};
         rows += row({ItemParts::text(file, NameColumn), ItemParts::text(file, DurationColumn),
                      tr("%n clip(s)", "", int(disc.files[i].clips.size())),
-                     ItemParts::text(file, SizeColumn), ItemParts::text(file, LanguagesColumn)});
+                     ItemParts::text(file, LanguagesColumn)});
     }
     return rows.isEmpty() ? rows
                           : heading(tr("Stream files")) + table(rows) + more(disc.files.size());
