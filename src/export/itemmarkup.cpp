@@ -6,6 +6,7 @@
 #include "pagetext.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -45,9 +46,16 @@ QString frameRateOf(const Movie& movie)
     return video ? video->framerate : QString();
 }
 
-QString countText(std::size_t count, const QString& one, const QString& many)
+QString chaptersText(std::size_t count)
 {
-    return count == 1 ? one : many;
+    return count == 1 ? Page::tr("1 chapter") : Page::tr("%1 chapters").arg(count);
+}
+
+/// Of a place in a title, which may be its begin.
+QString timeText(double seconds)
+{
+    const QString text = facts::durationText(seconds);
+    return text.isEmpty() ? QStringLiteral("0:00:00") : text;
 }
 
 } // namespace
@@ -175,19 +183,18 @@ void ItemMarkup::writeDvd(const facts::Dvd& disc)
     const facts::DvdTitle* main = disc.mainTitle();
     for (std::size_t i = 0; i < std::min(disc.titles.size(), mostTitles); ++i) {
         const facts::DvdTitle& title = disc.titles[i];
-        const std::size_t count = title.chapters.size();
-        beginTitle({i,
+        std::vector<Figure> figures;
+        for (const facts::DvdChapter& chapter : title.chapters) {
+            figures.push_back({chapter.pictureFile, Page::tr("Chapter %1").arg(figures.size() + 1),
+                               timeText(chapter.start)});
+        }
+        writeTitle({i,
                     &title == main,
                     main->movie.duration,
                     title.movie.duration,
                     &title.movie,
-                    {countText(count, Page::tr("1 chapter"), Page::tr("%1 chapters").arg(count))}});
-        for (std::size_t j = 0; j < std::min(count, mostPictures); ++j) {
-            const QString start = facts::durationText(title.chapters[j].start);
-            writeFigure(title.chapters[j].pictureFile, Page::tr("Chapter %1").arg(j + 1),
-                        start.isEmpty() ? QStringLiteral("0:00:00") : start);
-        }
-        endTitle(mostPictures, count);
+                    {chaptersText(title.chapters.size())}},
+                   figures);
     }
 }
 
@@ -196,73 +203,92 @@ void ItemMarkup::writeBluray(const facts::Bluray& disc)
     const facts::BlurayTitle* main = disc.mainTitle();
     for (std::size_t i = 0; i < std::min(disc.titles.size(), mostTitles); ++i) {
         const facts::BlurayTitle& title = disc.titles[i];
-        const std::size_t count = title.clips.size();
-        const std::size_t chapters = title.chapters.size();
-        beginTitle(
-            {i,
-             &title == main,
-             main->duration,
-             title.duration,
-             disc.movieOf(title),
-             {countText(chapters, Page::tr("1 chapter"), Page::tr("%1 chapters").arg(chapters)),
-              countText(count, Page::tr("1 clip"), Page::tr("%1 clips").arg(count))}});
-        for (std::size_t j = 0; j < std::min(count, mostPictures); ++j) {
-            const std::size_t file = std::size_t(title.clips[j].file);
-            const std::size_t clip = std::size_t(title.clips[j].clip);
-            if (file < disc.files.size() && clip < disc.files[file].clips.size()) {
-                writeFigure(disc.files[file].clips[clip].file, Page::tr("Clip %1").arg(j + 1),
-                            QFileInfo(disc.files[file].path).fileName());
-            }
-        }
-        endTitle(mostPictures, count);
+        const std::size_t clips = title.clips.size();
+        writeTitle({i,
+                    &title == main,
+                    main->duration,
+                    title.duration,
+                    disc.movieOf(title),
+                    {chaptersText(title.chapters.size()),
+                     clips == 1 ? Page::tr("1 clip") : Page::tr("%1 clips").arg(clips)}},
+                   figuresOf(disc, title));
     }
 }
 
+/// Clips have pictures where a title or a chapter begins, one where several do. Chapters go first:
+/// a clip alone says little.
+std::vector<ItemMarkup::Figure> ItemMarkup::figuresOf(const facts::Bluray& disc,
+                                                      const facts::BlurayTitle& title)
+{
+    std::vector<Figure> figures;
+    QSet<QString> files;
+    const auto add = [&](facts::ClipPlace place, const QString& caption, const QString& time) {
+        if (std::size_t(place.file) >= disc.files.size())
+            return;
+        const facts::BlurayFile& file = disc.files[std::size_t(place.file)];
+        const QString picture = std::size_t(place.clip) < file.clips.size()
+                                    ? file.clips[std::size_t(place.clip)].file
+                                    : QString();
+        if (picture.isEmpty() || files.contains(picture))
+            return;
+        files.insert(picture);
+        const QString more = time.isEmpty() ? time : time + QStringLiteral(" · ");
+        figures.push_back({picture, caption, more + QFileInfo(file.path).fileName()});
+    };
+    for (std::size_t i = 0; i < title.chapters.size(); ++i) {
+        for (const facts::ClipPlace place : title.chapters[i].clips)
+            add(place, Page::tr("Chapter %1").arg(i + 1), timeText(title.chapters[i].start));
+    }
+    for (std::size_t i = 0; i < title.clips.size(); ++i)
+        add(title.clips[i], Page::tr("Clip %1").arg(i + 1), QString());
+    return figures;
+}
+
 /// Open, when it may be what the disc is about.
-void ItemMarkup::beginTitle(const TitleHead& head)
+void ItemMarkup::writeTitle(const TitleHead& head, const std::vector<Figure>& figures)
 {
     const bool isOpen = head.isMain || head.duration * 2 >= head.mainDuration;
-    QByteArray line = "<span>" + markup(Page::tr("Title %1").arg(head.place + 1)) + "</span> ";
+    QByteArray line = "<span>" + markup(Page::tr("Title %1").arg(head.place + 1));
     if (head.isMain)
-        line += "<strong>" + markup(Page::tr("Main title")) + "</strong> ";
-    QStringList facts{facts::durationText(head.duration)};
-    if (head.movie)
-        facts << facts::sizeText(*head.movie);
-    facts += head.more;
-    if (head.movie) {
-        facts << facts::codecs(*head.movie).join(QStringLiteral(", "))
-              << languagesOf(*head.movie).join(QStringLiteral(", "));
-    }
+        line += " <strong>" + markup(Page::tr("Main title")) + "</strong>";
+    line += "</span> ";
+    static const Movie none;
+    const Movie& movie = head.movie ? *head.movie : none;
+    QStringList facts{facts::durationText(head.duration), facts::sizeText(movie)};
+    facts << head.more << facts::codecs(movie).join(QStringLiteral(", "))
+          << languagesOf(movie).join(QStringLiteral(", "));
     facts.removeAll(QString());
     for (const QString& fact : facts)
         line += "<span>" + nameMarkup(fact) + "</span> ";
     m_page.write(QByteArray(isOpen ? "<details open>" : "<details>") + "<summary>" + line +
                  "</summary>\n<ul class=\"pictures\">\n");
-}
-
-void ItemMarkup::endTitle(std::size_t shown, std::size_t all)
-{
-    if (all > shown)
-        m_page.write("<li>" + markup(Page::tr("… and %1 more").arg(all - shown)) + "</li>\n");
+    const std::size_t shown = std::min(figures.size(), mostPictures);
+    for (std::size_t i = 0; i < shown; ++i)
+        writeFigure(figures[i]);
+    if (figures.size() > shown) {
+        m_page.write("<li>" + markup(Page::tr("… and %1 more").arg(figures.size() - shown)) +
+                     "</li>\n");
+    }
     m_page.write("</ul></details>\n");
 }
 
 /// A clip that several titles of a disc play has its picture in the page once; for the others the
 /// page's script takes it from there.
-void ItemMarkup::writeFigure(const QString& file, const QString& caption, const QString& more)
+void ItemMarkup::writeFigure(const Figure& figure)
 {
     m_page.write("<li><figure><div class=\"picture\">");
-    const QByteArray known = m_shown.value(file);
+    const QByteArray known = m_shown.value(figure.file);
     const QByteArray id = "picture-" + QByteArray::number(m_ids + 1);
     if (!known.isEmpty()) {
         m_page.write("<span data-again=\"" + known + "\">" + markup(Page::tr("As above")) +
                      "</span>");
-    } else if (m_pictures.write(m_page, file, "id=\"" + id + "\" alt=\"" + markup(caption) + '"')) {
-        m_shown.insert(file, id);
+    } else if (m_pictures.write(m_page, figure.file,
+                                "id=\"" + id + "\" alt=\"" + markup(figure.caption) + '"')) {
+        m_shown.insert(figure.file, id);
         ++m_ids;
     } else {
         m_page.write(markup(Page::tr("No picture")));
     }
-    m_page.write("</div> <figcaption>" + markup(caption) + " · " + nameMarkup(more) +
+    m_page.write("</div> <figcaption>" + markup(figure.caption) + " · " + nameMarkup(figure.more) +
                  "</figcaption></figure></li>\n");
 }

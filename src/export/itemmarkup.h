@@ -8,6 +8,8 @@
 #include <QtCore/QIODevice>
 #include <QtCore/QStringList>
 
+#include <vector>
+
 /// What a page calls a kind of items.
 QString kindText(facts::ItemKind kind);
 
@@ -28,7 +30,6 @@ private:
     void writeDvd(const facts::Dvd& disc);
     void writeBluray(const facts::Bluray& disc);
 
-    /// What a title begins with, to its list of pictures.
     struct TitleHead
     {
         std::size_t place;
@@ -38,9 +39,16 @@ private:
         const facts::Movie* movie; ///< null when it plays none
         QStringList more;
     };
-    void beginTitle(const TitleHead& head);
-    void endTitle(std::size_t shown, std::size_t all);
-    void writeFigure(const QString& file, const QString& caption, const QString& more);
+    struct Figure
+    {
+        QString file;
+        QString caption;
+        QString more;
+    };
+    static std::vector<Figure> figuresOf(const facts::Bluray& disc,
+                                         const facts::BlurayTitle& title);
+    void writeTitle(const TitleHead& head, const std::vector<Figure>& figures);
+    void writeFigure(const Figure& figure);
 
     QIODevice& m_page;
     PagePictures& m_pictures;

@@ -23,6 +23,8 @@ body {
 }
 h1 { font-size: 1.5rem; margin: 0.25rem 0; }
 h2 { font-size: 1rem; margin: 2rem 0 0.75rem; }
+form + main > :first-child h2 { margin-top: 0.5rem; }
+h2 .quiet { white-space: nowrap; }
 h3 { font-size: 1rem; line-height: 1.3; margin: 0; }
 p { margin: 0.25rem 0; }
 a { color: var(--mark); }
@@ -45,7 +47,7 @@ article {
   display: flow-root; overflow: hidden; background: var(--card);
   border: 1px solid var(--line); border-radius: 0.5rem;
 }
-article > * { margin: 0.35rem 0.75rem; }
+article > * { margin: 0.25rem 0.75rem; }
 article > :last-child { margin-bottom: 0.7rem; }
 article > .picture { margin: 0 0 0.5rem; }
 article.disc { grid-column: 1 / -1; padding-top: 0.35rem; }
@@ -56,13 +58,15 @@ article.disc { grid-column: 1 / -1; padding-top: 0.35rem; }
 .picture img { width: 100%; height: 100%; object-fit: contain; }
 .picture svg { width: 3.5rem; fill: currentColor; }
 h3 svg { width: 1.2rem; margin-inline-end: 0.4rem; vertical-align: -0.2rem; fill: var(--quiet); }
-ul { list-style: none; padding: 0; margin: 0; }
+ul { list-style: none; padding: 0; }
 .facts li { display: inline; }
-.facts li + li::before, summary span + span::before { content: " · "; }
+.facts li:not(:last-child)::after, summary > span:not(:last-child)::after { content: " · "; }
+.facts bdi, summary bdi { display: inline-block; }
 .label { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); }
 summary { cursor: pointer; }
+article:not(.disc) summary { color: var(--quiet); }
 summary strong {
-  font-size: 0.8125rem; font-weight: 600; padding: 0.05rem 0.4rem; margin: 0 0.25rem;
+  font-size: 0.8125rem; font-weight: 600; padding: 0.05rem 0.4rem; margin-inline-start: 0.25rem;
   border-radius: 0.3rem; background: var(--mark); color: var(--on-mark);
 }
 dl { margin: 0.35rem 0; max-height: 20rem; overflow: auto; }
@@ -72,7 +76,7 @@ dd { margin: 0 0 0.35rem; white-space: pre-line; }
   display: grid; gap: 0.75rem; padding: 0.6rem 0;
   grid-template-columns: repeat(auto-fill, minmax(min(45%, 11rem), 1fr));
 }
-figure { margin: 0; }
+figure, .pictures { margin: 0; }
 figure .picture { border-radius: 0.3rem; overflow: hidden; }
 figcaption { font-size: 0.8125rem; }
 .failures dl { max-height: none; }
@@ -105,7 +109,7 @@ const char* const pageScript = R"js(
   const field = document.getElementById('filter');
   const count = document.getElementById('count');
   const none = document.getElementById('none');
-  const plain = text => text.normalize('NFKD').replace(/\p{M}/gu, '').toLowerCase();
+  const plain = text => text.normalize('NFKD').replace(/\p{M}/gu, '').toUpperCase();
   let folders = null;
 
   const readFolders = () => Array.from(document.querySelectorAll('section.folder'), section => {
