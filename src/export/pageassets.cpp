@@ -60,7 +60,7 @@ article.disc { grid-column: 1 / -1; padding-top: 0.35rem; }
 h3 svg { width: 1.2rem; margin-inline-end: 0.4rem; vertical-align: -0.2rem; fill: var(--quiet); }
 ul { list-style: none; padding: 0; }
 .facts li { display: inline; }
-.facts li:not(:last-child)::after, summary > span:not(:last-child)::after { content: " · "; }
+.facts li:not(:last-child)::after, summary > span:not(:last-child)::after { content: "\a0· "; }
 .facts bdi, summary bdi { display: inline-block; }
 .label { position: absolute; width: 1px; height: 1px; overflow: hidden; clip-path: inset(50%); }
 summary { cursor: pointer; }
@@ -96,7 +96,7 @@ figcaption { font-size: 0.8125rem; }
 }
 )css";
 
-// Two pages of one disc's titles may show the same clip: its picture is in the page once.
+// Titles of one disc may show the same clip: its picture is in the page once, and copied here.
 const char* const pageScript = R"js(
 'use strict';
 {
