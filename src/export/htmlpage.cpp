@@ -54,7 +54,7 @@ struct Placed
 
 std::vector<Placed> placed(const PageContent& content)
 {
-    QCollator collator(QLocale(QLocale::English)); // that of the C locale knows no numbers
+    QCollator collator{QLocale(QLocale::English)}; // that of the C locale knows no numbers
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::vector<Placed> items;

@@ -15,7 +15,7 @@ namespace {
 /// Larger pictures are made smaller: the page shows none larger than this.
 const QSize largest(640, 640);
 
-const qint64 mostBytes = 256 * 1024 * 1024;
+const qint64 mostBytes = 256LL * 1024 * 1024;
 
 QByteArray scaled(QImageReader& reader, const QSize& size)
 {
