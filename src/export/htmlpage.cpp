@@ -213,6 +213,11 @@ bool writeHtmlPage(QIODevice& page, const QString& pictureFolder, const PageCont
 {
     const bool isLarge = hasMany(content);
     const QString folder = isLarge ? pictureFolder : QString();
+    const QString reason = folder.isEmpty() ? QString() : reasonAgainstWriting(folder);
+    if (!reason.isEmpty()) {
+        error = QStringLiteral("cannot write %1: %2").arg(folder, reason);
+        return false;
+    }
     PagePictures pictures(folder);
     page.write(headMarkup(!folder.isEmpty()) + (isLarge ? "<body class=\"many\">\n" : "<body>\n") +
                headerMarkup(content) + filterMarkup(content.items.size()) + "<main>\n");

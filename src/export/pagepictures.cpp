@@ -3,7 +3,6 @@
 
 #include <QtCore/QBuffer>
 #include <QtCore/QCryptographicHash>
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
@@ -69,8 +68,8 @@ QByteArray PagePictures::copy(const QByteArray& data)
     const QString path = m_folder + QLatin1Char('/') + QString::fromLatin1(name);
     if (QFileInfo(path).size() != data.size()) {
         QSaveFile file(path);
-        const bool isWritten = QDir().mkpath(m_folder) && file.open(QIODevice::WriteOnly) &&
-                               file.write(data) == data.size() && file.commit();
+        const bool isWritten =
+            file.open(QIODevice::WriteOnly) && file.write(data) == data.size() && file.commit();
         if (!isWritten && m_error.isEmpty())
             m_error = QStringLiteral("%1: %2").arg(path, file.errorString());
     }

@@ -11,8 +11,8 @@
 class PagePictures
 {
 public:
-    /// Pictures go within the page while `folder` is empty; else there, and the folder is made with
-    /// the first. Files are called by a hash of what is in them, so that nothing that is there is
+    /// Pictures go within the page while `folder` is empty; else in that folder, which is there.
+    /// Files are called by a hash of what is in them, so that nothing that is there is
     /// written over, and a page that is already beside it keeps its pictures.
     explicit PagePictures(const QString& folder);
 
