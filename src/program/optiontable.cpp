@@ -44,12 +44,11 @@ const OptionText optionTable[] = {
      "parts and let go then: memory does not grow with their number. --events then has the events "
      "of one import a part."},
     {"html", nullptr, "FILE", Completion::File,
-     "Write a page of pictures to look at in a browser when all is over; - is standard output.",
-     "FILE holds all that it shows. With more than 500 items, or 5000 pictures, the pictures are "
-     "beside it, in a folder that is called as browsers call it: films_files for films.html. "
-     "Pictures "
-     "that are in that folder stay there. On standard output they are within the page, however "
-     "many "
+     "Write a page of pictures for a browser when all is over; - is standard output. With more "
+     "than "
+     "500 items the pictures are in a folder beside it: films_files for films.html.",
+     "Otherwise FILE holds all that it shows. The folder is made for more than 5000 pictures too; "
+     "pictures that are in it stay there. On standard output all are within the page, however many "
      "there are."},
     {"events", nullptr, nullptr, Completion::None,
      "Write each signal to standard output as it arrives, one JSON object a line.", ""},
