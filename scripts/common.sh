@@ -10,8 +10,8 @@ build_packages=(
 )
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format
-    clang-tidy libclang-rt-dev llvm qt6-base-dev doxygen python3-jsonschema dpkg-dev debootstrap
-    lintian desktop-file-utils appstream
+    clang-tidy libclang-rt-dev llvm qt6-base-dev doxygen python3-jsonschema chromium dpkg-dev
+    debootstrap lintian desktop-file-utils appstream
 )
 
 # What two builds have in common is compiled once.

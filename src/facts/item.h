@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
-// What an import found, as plain values: what every view of it shows (JSON, summary).
+// What an import found, as plain values: what every view of it shows (JSON, summary, page).
 //
 //   Item      one source: a media file with its movie, or a disc
 //   Movie     streams and tags of a media file, a DVD title or a Blu-ray stream file

@@ -2,6 +2,7 @@
 #include "importcommand.h"
 
 #include "cimportcontext.h"
+#include "htmlpage.h"
 #include "importrun.h"
 #include "interrupt.h"
 #include "jsonoutput.h"
@@ -90,11 +91,13 @@ struct Outputs
 {
     OutputFile json;
     OutputFile jsonLines;
+    OutputFile html;
     OutputFile report;
 
     bool open(const Options& options)
     {
         return open(json, options.jsonFile, OutputFile::Replacing) &&
+               open(html, options.htmlFile, OutputFile::Replacing) &&
                open(report, options.reportFile, OutputFile::Replacing) &&
                open(jsonLines, options.jsonLinesFile, OutputFile::Growing); // empties its file
     }
@@ -149,6 +152,36 @@ bool writeSummary(const Options& options, const ImportRun& run, const SourcePath
     return written;
 }
 
+/// Also what the import has not seen, since it is not there or cannot be read.
+PageContent pageContent(const ImportRun& run, const SourcePaths& paths)
+{
+    PageContent content;
+    const auto addAll = [&content](const QStringList& failed, const char* reason) {
+        for (const QString& path : failed)
+            content.failures.push_back(
+                {Vesk::CImportModel::ErrorImportFalsed, path, QLatin1String(reason)});
+    };
+    for (const auto& item : run.result().items())
+        content.items.push_back(item);
+    content.failures = run.result().failures();
+    addAll(run.unreadable(), "the folder cannot be read");
+    addAll(paths.missing, "no such file or folder");
+    addAll(paths.special, "neither a file nor a folder");
+    content.isStopped = run.result().stopped;
+    return content;
+}
+
+bool writePage(OutputFile& file, const Options& options, const ImportRun& run,
+               const SourcePaths& paths)
+{
+    QString error;
+    const bool isWritten = writeHtmlPage(file.device(), pagePictureFolder(options.htmlFile),
+                                         pageContent(run, paths), error);
+    if (!isWritten)
+        say(error);
+    return isWritten && Outputs::commit(file);
+}
+
 bool writeResults(Outputs& outputs, const Options& options, ImportRun& run,
                   const SourcePaths& paths, const LogCollector& log)
 {
@@ -157,6 +190,8 @@ bool writeResults(Outputs& outputs, const Options& options, ImportRun& run,
         writeJsonDocument(outputs.json.device(), paths.given, run.result(), log.records());
         written = Outputs::commit(outputs.json) && written;
     }
+    if (outputs.html.isOpen())
+        written = writePage(outputs.html, options, run, paths) && written;
     if (outputs.jsonLines.isOpen())
         written = Outputs::commit(outputs.jsonLines) && written;
     if (outputs.report.isOpen() && run.saveReport(&outputs.report.device()))

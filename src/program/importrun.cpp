@@ -37,7 +37,7 @@ ImportRun::ImportRun(const Options& options, const SourcePaths& paths, OutputFil
     : m_options(options)
     , m_paths(paths)
     , m_lines(lines)
-    , m_result(paths.sources, !lines || !options.jsonFile.isEmpty())
+    , m_result(paths.sources, !lines || !options.jsonFile.isEmpty() || !options.htmlFile.isEmpty())
     , m_progress(!options.quiet, paths.sources.size() > 1 && !lines)
     , m_imports([this](const ImportEvent& event) { receive(event); })
 {}

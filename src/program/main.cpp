@@ -7,7 +7,8 @@
 //   plugin               loads the plug-in, and then what needs its classes:
 //   importcommand        sets the context, opens the outputs, runs the import, writes the results
 //   importrun            imports all at once or in parts; collects an ImportResult
-//   jsonoutput, summary  show what was found; importprogress shows how far it is
+//   jsonoutput, htmlpage, summary
+//                        show what was found; importprogress shows how far it is
 //   reportcommand        shows a saved error report, without the plug-in
 //
 // Everything here runs on the main thread but the log's receivers.

@@ -136,7 +136,8 @@ bool parseFormats(const QStringList& values, QString& list, QString& error)
 bool checkOutputs(const Options& options, QString& error)
 {
     QStringList files;
-    for (const QString& name : {options.jsonFile, options.jsonLinesFile, options.reportFile}) {
+    for (const QString& name :
+         {options.jsonFile, options.jsonLinesFile, options.htmlFile, options.reportFile}) {
         const QFileInfo file(name);
         if (!file.isFile() && (file.exists() || name.isEmpty() || name == QLatin1String("-")))
             continue;
@@ -160,7 +161,7 @@ QString outputName(const QString& value)
 bool checkNames(const QCommandLineParser& parser, QString& error)
 {
     for (const char* name :
-         {"config-dir", "json", "json-lines", "report", "files-from", "files0-from"}) {
+         {"config-dir", "json", "json-lines", "html", "report", "files-from", "files0-from"}) {
         if (!parser.isSet(QLatin1String(name)))
             continue;
         const QString value = parser.value(QLatin1String(name));
@@ -172,11 +173,12 @@ bool checkNames(const QCommandLineParser& parser, QString& error)
     const auto isStandardOutput = [&parser](const char* name) {
         return outputName(parser.value(QLatin1String(name))) == QLatin1String("-");
     };
-    if (isStandardOutput("json") + isStandardOutput("json-lines") +
+    if (isStandardOutput("json") + isStandardOutput("json-lines") + isStandardOutput("html") +
             parser.isSet(QStringLiteral("events")) >
         1)
-        error = QStringLiteral("only one of --json -, --json-lines - and --events can have the "
-                               "standard output");
+        error = QStringLiteral(
+            "only one of --json -, --json-lines -, --html - and --events can have the "
+            "standard output");
     return error.isEmpty();
 }
 
@@ -212,6 +214,7 @@ bool readValues(const QCommandLineParser& parser, Options& options, QString& err
     options.allowDrm = parser.isSet(QStringLiteral("allow-drm"));
     options.jsonFile = outputName(parser.value(QStringLiteral("json")));
     options.jsonLinesFile = outputName(parser.value(QStringLiteral("json-lines")));
+    options.htmlFile = outputName(parser.value(QStringLiteral("html")));
     options.events = parser.isSet(QStringLiteral("events"));
     options.reportFile = parser.value(QStringLiteral("report"));
     options.quiet = parser.isSet(QStringLiteral("quiet"));

@@ -37,6 +37,7 @@ struct Options
     int shardCount = 1; ///< how many there are
     QString jsonFile;   ///< "-" for standard output, empty for none, as the others
     QString jsonLinesFile;
+    QString htmlFile;
     bool events = false;
     QString reportFile;
     bool quiet = false;
@@ -48,7 +49,8 @@ struct Options
     bool takesPictures() const { return forImport || forConvert; }
     bool usesStandardOutput() const
     {
-        return events || jsonFile == QLatin1String("-") || jsonLinesFile == QLatin1String("-");
+        const QLatin1String output("-");
+        return events || jsonFile == output || jsonLinesFile == output || htmlFile == output;
     }
     bool showsSummary() const { return !quiet && !usesStandardOutput(); }
 };

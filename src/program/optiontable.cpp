@@ -43,6 +43,13 @@ const OptionText optionTable[] = {
      "FILE grows while the import runs, so that others can read along. The items are imported in "
      "parts and let go then: memory does not grow with their number. --events then has the events "
      "of one import a part."},
+    {"html", nullptr, "FILE", Completion::File,
+     "Write a page of pictures for a browser when all is over; - is standard output. With more "
+     "than "
+     "500 items the pictures are in a folder beside it: films_files for films.html.",
+     "Otherwise FILE holds all that it shows. The folder is made for more than 5000 pictures too; "
+     "pictures that are in it stay there. On standard output all are within the page, however many "
+     "there are."},
     {"events", nullptr, nullptr, Completion::None,
      "Write each signal to standard output as it arrives, one JSON object a line.", ""},
     {"report", nullptr, "FILE", Completion::File,

@@ -103,7 +103,6 @@ bool CheckedImport::importAgain()
     m_again.clear();
     ImportRequest request = m_request;
     request.sources.clear();
-    request.describesFound = false;
     std::map<QString, QString> folders;
     for (const Again& again : m_left) {
         request.sources.append(again.ready.item->sourcePath());

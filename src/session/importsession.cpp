@@ -7,10 +7,25 @@
 #include "startgate.h"
 #include "vspavbased/enginecontrol.h"
 
+#include <QtCore/QFile>
+
+#include <algorithm>
+
 using Vesk::CImportModel;
 using Vesk::CImportReply;
 using Vesk::CImportSource;
 using Vesk::CImportTask;
+
+namespace {
+
+int countPictures(const facts::Item& item)
+{
+    const std::vector<QString> files = item.pictureFiles();
+    return int(std::count_if(files.begin(), files.end(),
+                             [](const QString& file) { return QFile::exists(file); }));
+}
+
+} // namespace
 
 /// The import's thread calls its operations from direct connections; the session's thread once
 /// that has ended.
@@ -25,7 +40,7 @@ struct ImportSession::Worker
     {
         tasks.emplace_back(task);
         ImportEvent event(ImportEvent::Found, task->url(), int(tasks.size() - 1));
-        if (request.describesFound)
+        if (request.describes)
             event.item = std::make_shared<facts::Item>(facts::readItem(task));
         session.post(std::move(event));
         if (!request.takesPictures())
@@ -54,6 +69,8 @@ struct ImportSession::Worker
         ImportEvent event(ImportEvent::Ready, tasks[read]->url(), int(read));
         event.item = std::make_shared<facts::Item>(facts::readItem(tasks[read].get()));
         ++read;
+        if (request.describes)
+            event.pictureCount = countPictures(*event.item);
         if (request.afterPictures)
             request.afterPictures(event);
         session.post(std::move(event));

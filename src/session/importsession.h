@@ -24,8 +24,9 @@ struct ImportRequest
     bool forPlay = false;
     bool forConvert = false;
 
-    /// Whether Found has the item as far as it is known then: without pictures.
-    bool describesFound = false;
+    /// Whether Found has the item as far as it is known then, without pictures, and Ready the
+    /// number of pictures.
+    bool describes = false;
 
     /// Called on the import's thread before the pictures of the item at `path` are taken. Those of
     /// items with another `name` have other names.
@@ -64,6 +65,7 @@ struct ImportEvent
     QString path;
     int value;
     std::shared_ptr<facts::Item> item; ///< of Ready, and of Found where it is asked for
+    int pictureCount = 0;              ///< of Ready where it is asked for: those that are there
     PictureIndex::Verdict pictures = PictureIndex::Own; ///< of Ready, where they are checked
 };
 

@@ -88,7 +88,8 @@ void DetailsPane::refreshPicture()
     const QString file = place.item ? ItemParts::pictureFile(place) : QString();
     const QPixmap picture = file.isEmpty() ? QPixmap() : m_pictures.picture(file);
     m_picture->setPicture(picture);
-    m_picture->setVisible(!file.isEmpty());
+    // While it is loaded its place is kept.
+    m_picture->setVisible(!picture.isNull() || m_pictures.isAwaited(file));
 }
 
 /// Pictures in the list come and go; facts change when more is known.

@@ -25,19 +25,29 @@ QString heading(const QString& text)
     return QStringLiteral("<h3>%1</h3>").arg(escaped(text));
 }
 
+/// Short facts are read in one line, lists in as many as they take.
+bool isShort(const QString& text)
+{
+    const int mostLetters = 24;
+    return text.length() <= mostLetters;
+}
+
 /// What is unknown is left out.
 QString fact(const QString& name, const QString& value)
 {
     if (value.isEmpty())
         return QString();
-    return QStringLiteral("<tr><td>%1</td><td>%2</td></tr>").arg(escaped(name), escaped(value));
+    return QStringLiteral("<tr><td style='white-space:nowrap'>%1&nbsp;</td><td>%2</td></tr>")
+        .arg(escaped(name), escaped(value));
 }
 
 QString row(const QStringList& cells, const char* tag = "td")
 {
     QString line;
     for (const QString& cell : cells)
-        line += QStringLiteral("<%1>%2</%1>").arg(QLatin1String(tag), escaped(cell));
+        line += QStringLiteral("<%1 style='white-space:%2'>%3</%1>")
+                    .arg(QLatin1String(tag), QLatin1String(isShort(cell) ? "nowrap" : "normal"),
+                         escaped(cell));
     return QStringLiteral("<tr>%1</tr>").arg(line);
 }
 
@@ -173,15 +183,17 @@ QString DetailsText::titles(const Place& place)
     QString rows;
     std::size_t shown = 0;
     for (const int part : ItemParts::shownOrder(item)) {
-        if (std::size_t(part) >= count || shown++ == mostRows)
+        if (std::size_t(part) >= count) // a stream file
             continue;
+        if (shown++ == mostRows)
+            break;
         const Place title{place.item, part};
         const bool isBluray = item.kind == ItemKind::Bluray;
         const auto at = std::size_t(part);
         const std::size_t chapters =
             isBluray ? item.bluray.titles[at].chapters.size() : item.dvd.titles[at].chapters.size();
         rows += row({ItemParts::text(title, NameColumn), ItemParts::text(title, DurationColumn),
-                     tr("%n chapter(s)", "", int(chapters)), ItemParts::text(title, SizeColumn),
+                     tr("%n chapter(s)", "", int(chapters)),
                      isBluray ? clipNames(item.bluray, item.bluray.titles[at])
                               : ItemParts::text(title, LanguagesColumn)});
     }
@@ -211,7 +223,7 @@ QString DetailsText::blurayFiles(const Place& place)
         const Place file{place.item, int(disc.titles.size() + i)};
         rows += row({ItemParts::text(file, NameColumn), ItemParts::text(file, DurationColumn),
                      tr("%n clip(s)", "", int(disc.files[i].clips.size())),
-                     ItemParts::text(file, SizeColumn), ItemParts::text(file, LanguagesColumn)});
+                     ItemParts::text(file, LanguagesColumn)});
     }
     return rows.isEmpty() ? rows
                           : heading(tr("Stream files")) + table(rows) + more(disc.files.size());

@@ -34,6 +34,7 @@ FailureBar::FailureBar(QWidget* parent)
     save->setObjectName(QStringLiteral("saveReport"));
     save->setToolTip(tr("Saves the errors for those who look into them; the command-line program "
                         "shows them with “vspimport report”"));
+    m_open->setObjectName(QStringLiteral("showFailures"));
     m_open->setCheckable(true);
     m_open->setArrowType(Qt::RightArrow);
     m_open->setText(tr("Show"));

@@ -21,19 +21,37 @@ GridView::GridView(Shape shape, QSize size, QWidget* parent)
     if (shape == Sheet)
         setSelectionMode(ExtendedSelection);
     setDragEnabled(shape == Sheet);
-    adjustGrid();
+    measureCell();
 }
 
-void GridView::adjustGrid()
+void GridView::measureCell()
 {
     QStyleOptionViewItem option;
     option.fontMetrics = fontMetrics();
-    const QSize cell = itemDelegate()->sizeHint(option, QModelIndex());
-    setGridSize(cell + QSize(4, 4));
-    verticalScrollBar()->setSingleStep(cell.height() / 3);
-    horizontalScrollBar()->setSingleStep(cell.width() / 3);
+    m_cell = itemDelegate()->sizeHint(option, QModelIndex());
+    verticalScrollBar()->setSingleStep(m_cell.height() / 3);
+    horizontalScrollBar()->setSingleStep(m_cell.width() / 3);
     if (m_shape == Strip)
-        setFixedHeight(cell.height() + 12 + horizontalScrollBar()->sizeHint().height());
+        setFixedHeight(m_cell.height() + 12 + horizontalScrollBar()->sizeHint().height());
+    adjustGrid();
+}
+
+/// What is left of the width is shared by all.
+void GridView::adjustGrid()
+{
+    int width = m_cell.width() + 4;
+    const int room = viewport()->width() - 1;
+    if (m_shape == Sheet && room > width)
+        width = room / (room / width);
+    const QSize grid(width, m_cell.height() + 4);
+    if (grid != gridSize())
+        setGridSize(grid);
+}
+
+void GridView::resizeEvent(QResizeEvent* event)
+{
+    adjustGrid();
+    QListView::resizeEvent(event);
 }
 
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
@@ -46,5 +64,5 @@ void GridView::changeEvent(QEvent* event)
 {
     QListView::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        adjustGrid();
+        measureCell();
 }

@@ -24,9 +24,12 @@ Q_SIGNALS:
 protected:
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void measureCell();
     void adjustGrid();
 
     const Shape m_shape;
+    QSize m_cell;
 };

@@ -53,11 +53,11 @@ QString ImportBar::stateText(const ImportProgress& progress, int otherKinds)
     const QLocale locale;
     QStringList parts;
     if (progress.listed > 0 || progress.isBusy)
-        parts << tr("%1 of %2 found imported")
+        parts << tr("%1 imported of %2 found")
                      .arg(locale.toString(progress.imported), locale.toString(progress.listed));
     if (progress.pictures > 0)
-        parts << tr("%1 of %2 pictures taken")
-                     .arg(locale.toString(progress.picturesDone),
+        parts << tr("%1 pictures taken of %2")
+                     .arg(locale.toString(progress.picturesTaken),
                           locale.toString(progress.pictures));
     if (otherKinds > 0)
         parts << tr("%n of other kinds passed over", "", otherKinds);

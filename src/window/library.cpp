@@ -79,7 +79,7 @@ void Library::onFound(const QVector<FoundSource>& sources)
         return;
     ImportRequest request;
     request.forImport = true;
-    request.describesFound = true;
+    request.describes = true;
     for (const FoundSource& source : sources) {
         if (m_claimedKeys.contains(source.key)) {
             m_again.append(source.key);
@@ -120,7 +120,7 @@ void Library::receive(const ImportEvent& event)
         break;
     case ImportEvent::Ready:
         ++m_progress.finished;
-        m_progress.picturesDone += event.item->pictureCount();
+        m_progress.picturesTaken += event.pictureCount;
         receiveItem(event);
         break;
     case ImportEvent::Failed:
@@ -210,21 +210,26 @@ void Library::flush()
     // Both halves of the work on each source; those that are still to be found may be many.
     const int done = m_progress.imported + m_progress.finished + 2 * m_progress.without;
     const double fraction = done / (2.0 * std::max(1, m_progress.listed));
-    m_progress.fraction =
-        m_progress.isBusy ? std::max(m_progress.fraction, std::min(fraction, 0.99)) : 1.0;
+    if (m_progress.isBusy)
+        m_progress.fraction = std::max(m_progress.fraction, std::min(fraction, 0.99));
     emit progressChanged();
 }
 
 void Library::updateBusy()
 {
     const bool isBusy = m_finds > 0 || !m_imports.isIdle();
-    if (isBusy && !m_progress.isBusy)
-        m_progress = ImportProgress();
-    m_progress.isBusy = isBusy;
-    if (!isBusy) { // what was claimed and did not come was stopped
-        for (const Claim& claim : m_claims)
-            m_claimedKeys.remove(claim.key);
-        m_claims.clear();
+    if (isBusy) {
+        if (!m_progress.isBusy)
+            m_progress = ImportProgress();
+        m_progress.isBusy = true;
+        scheduleFlush();
+        return;
     }
-    scheduleFlush();
+    for (const Claim& claim : m_claims) // they were stopped
+        m_claimedKeys.remove(claim.key);
+    m_claims.clear();
+    flush();
+    m_progress.isBusy = false;
+    m_progress.fraction = 1.0;
+    emit progressChanged();
 }

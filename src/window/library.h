@@ -32,8 +32,8 @@ struct ImportProgress
     int imported = 0; ///< items
     int without = 0;  ///< sources that gave no item
     int finished = 0; ///< items with all that they will have
-    int pictures = 0;
-    int picturesDone = 0;
+    int pictures = 0; ///< that are to be taken of the items
+    int picturesTaken = 0;
     QString path; ///< at hand
     bool isBusy = false;
     /// 0 to 1; never less than before while it is busy.

@@ -48,7 +48,7 @@ bool LibraryFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
 bool LibraryFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const
 {
     int difference = 0;
-    if (!left.parent().isValid())
+    if (LibraryModel::isItem(left))
         difference = m_model.row(left).compare(m_model.row(right), Column(left.column()));
     if (difference != 0)
         return difference < 0;

@@ -139,17 +139,22 @@ const LibraryRow& LibraryModel::row(const QModelIndex& index) const
     return node ? *node->row : *m_rows[std::size_t(index.row())];
 }
 
+LibraryModel::Spot LibraryModel::spot(const QModelIndex& index) const
+{
+    const LibraryRow::Node* node = parentNode(index);
+    if (!node)
+        return {m_rows[std::size_t(index.row())].get(), -1, -1};
+    if (node->part < 0)
+        return {node->row, node->row->partNode(index.row())->part, -1};
+    return {node->row, node->part, index.row()};
+}
+
 Place LibraryModel::place(const QModelIndex& index) const
 {
     if (!index.isValid())
         return {};
-    const LibraryRow::Node* node = parentNode(index);
-    Place place{row(index).sharedItem(), -1, -1};
-    if (node && node->part < 0)
-        place.part = node->row->partNode(index.row())->part;
-    else if (node)
-        place = {place.item, node->part, index.row()};
-    return place;
+    const Spot spot = this->spot(index);
+    return {spot.row->sharedItem(), spot.part, spot.piece};
 }
 
 QModelIndex LibraryModel::index(int row, int column, const QModelIndex& parent) const
@@ -181,10 +186,10 @@ int LibraryModel::rowCount(const QModelIndex& parent) const
         return itemCount();
     if (parent.column() != 0)
         return 0;
-    const Place above = place(parent);
-    if (above.isItem())
-        return row(parent).partCount();
-    return above.isPart() ? ItemParts::pieceCount(*above.item, above.part) : 0;
+    const Spot above = spot(parent);
+    if (above.part < 0)
+        return above.row->partCount();
+    return above.piece < 0 ? ItemParts::pieceCount(above.row->item(), above.part) : 0;
 }
 
 int LibraryModel::columnCount(const QModelIndex&) const
@@ -210,7 +215,7 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const
     case PictureRole:
         return picture(index);
     case KindRole:
-        return place(index).isItem() ? int(row(index).item().kind) : QVariant();
+        return parentNode(index) ? QVariant() : int(row(index).item().kind);
     case DurationRole: {
         const Place shown = place(index);
         if (shown.piece < 0)
@@ -227,8 +232,7 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const
 QString LibraryModel::displayText(const QModelIndex& index) const
 {
     const auto column = Column(index.column());
-    const Place shown = place(index);
-    return shown.isItem() ? row(index).text(column) : ItemParts::text(shown, column);
+    return parentNode(index) ? ItemParts::text(place(index), column) : row(index).text(column);
 }
 
 /// What a picture says to those who see it.
@@ -274,9 +278,12 @@ QVariant LibraryModel::headerData(int section, Qt::Orientation orientation, int 
 Qt::ItemFlags LibraryModel::flags(const QModelIndex& index) const
 {
     Qt::ItemFlags flags = QAbstractItemModel::flags(index);
-    if (place(index).isItem())
+    if (!index.isValid())
+        return flags;
+    const Spot spot = this->spot(index);
+    if (spot.part < 0)
         flags |= Qt::ItemIsDragEnabled;
-    if (place(index).piece >= 0 || (place(index).isItem() && !place(index).item->isDisc()))
+    if (spot.piece >= 0 || !spot.row->item().isDisc())
         flags |= Qt::ItemNeverHasChildren;
     return flags;
 }

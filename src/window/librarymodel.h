@@ -48,6 +48,11 @@ public:
     QModelIndex indexOf(const QString& key) const;
     QString key(const QModelIndex& index) const;
     Place place(const QModelIndex& index) const;
+    /// Of one of the model's own indexes: an item, not something in one.
+    static bool isItem(const QModelIndex& index)
+    {
+        return index.isValid() && !index.internalPointer();
+    }
     int itemCount() const { return int(m_rows.size()); }
     const facts::Item& item(int row) const { return m_rows[std::size_t(row)]->item(); }
     /// Of an index of an item.
@@ -67,6 +72,15 @@ private Q_SLOTS:
     void onPictureLoaded(const QString& file);
 
 private:
+    /// A Place without a share in the item, for what is asked for all the time.
+    struct Spot
+    {
+        const LibraryRow* row;
+        int part;
+        int piece;
+    };
+    Spot spot(const QModelIndex& index) const;
+
     void append(const std::vector<Entry>& entries);
     void update(LibraryRow& row, const std::shared_ptr<const facts::Item>& item);
     QModelIndex itemIndex(const LibraryRow& row, int column = 0) const;

@@ -4,6 +4,9 @@
 #include "facts/itemtext.h"
 
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
+#include <QtCore/QLocale>
+#include <QtCore/QSet>
 
 #include <algorithm>
 
@@ -11,16 +14,31 @@ using facts::Item;
 
 namespace {
 
-/// "2" goes before "10".
+/// "2" goes before "10", also where no language is set.
 const QCollator& collator()
 {
     static const QCollator collator = [] {
-        QCollator made;
+        const bool hasLanguage = QLocale().language() != QLocale::C;
+        QCollator made(hasLanguage ? QLocale() : QLocale(QLocale::English));
         made.setNumericMode(true);
         made.setCaseSensitivity(Qt::CaseInsensitive);
         return made;
     }();
     return collator;
+}
+
+/// Folders and most facts are the same for many items: the text is kept once.
+const QString& shared(const QString& text)
+{
+    static QSet<QString> texts;
+    return *texts.insert(text);
+}
+
+const QCollatorSortKey& folderKey(const QString& folder)
+{
+    static QHash<QString, QCollatorSortKey> keys;
+    const auto known = keys.constFind(folder);
+    return known != keys.constEnd() ? *known : *keys.insert(folder, collator().sortKey(folder));
 }
 
 int compared(double a, double b)
@@ -48,6 +66,8 @@ void appendTexts(const facts::Movie& movie, QStringList& texts)
 
 LibraryRow::LibraryRow(QString key, std::shared_ptr<const Item> item)
     : m_key(std::move(key))
+    , m_nameKey(collator().sortKey(QString()))
+    , m_folderKey(m_nameKey)
     , m_places(std::size_t(ItemParts::partCount(*item)))
 {
     for (const int part : ItemParts::shownOrder(*item)) {
@@ -96,9 +116,11 @@ void LibraryRow::describe()
     m_numbers[SizeColumn] = double(size.width) * size.height;
     m_numbers[RateColumn] = rateOf(movie);
     m_numbers[BytesColumn] = double(m_item->bytes);
-    m_nameKeys.clear();
-    m_nameKeys.push_back(collator().sortKey(m_texts[NameColumn]));
-    m_nameKeys.push_back(collator().sortKey(m_texts[FolderColumn]));
+    m_nameKey = collator().sortKey(m_texts[NameColumn]);
+    m_folderKey = folderKey(m_texts[FolderColumn]);
+    for (const int column :
+         {KindColumn, SizeColumn, RateColumn, CodecsColumn, LanguagesColumn, FolderColumn})
+        m_texts[column] = shared(m_texts[column]);
 
     m_pictureFile = ItemParts::pictureFile({m_item, -1, -1});
     QStringList texts(path.fileName());
@@ -117,15 +139,17 @@ int LibraryRow::compare(const LibraryRow& other, Column column) const
 {
     switch (column) {
     case NameColumn:
-        return m_nameKeys.front().compare(other.m_nameKeys.front());
+        return m_nameKey.compare(other.m_nameKey);
     case FolderColumn:
-        return m_nameKeys.back().compare(other.m_nameKeys.back());
+        return m_folderKey.compare(other.m_folderKey);
     case DurationColumn:
     case SizeColumn:
     case RateColumn:
     case BytesColumn:
         return compared(m_numbers[column], other.m_numbers[column]);
     default:
+        if (m_texts[column].constData() == other.m_texts[column].constData())
+            return 0; // kept once
         return QString::compare(m_texts[column], other.m_texts[column]);
     }
 }

@@ -55,8 +55,9 @@ private:
     QString m_texts[ColumnCount];
     QString m_pictureFile;
     QString m_searched;
-    std::vector<QCollatorSortKey> m_nameKeys; ///< of name and folder
-    double m_numbers[ColumnCount] = {};       ///< of columns that are sorted by numbers
+    QCollatorSortKey m_nameKey;
+    QCollatorSortKey m_folderKey;
+    double m_numbers[ColumnCount] = {}; ///< of columns that are sorted by numbers
     Node m_itemNode{this, -1};
     std::vector<Node> m_parts;
     std::vector<int> m_places; ///< of the parts in m_parts

@@ -70,6 +70,29 @@ void LibraryView::setLook(Look look)
     view->scrollTo(view->currentIndex());
 }
 
+void LibraryView::setWords(const QString& words)
+{
+    dropLargeSelection();
+    m_filter.setWords(words);
+}
+
+void LibraryView::setKind(int kind)
+{
+    dropLargeSelection();
+    m_filter.setKind(kind);
+}
+
+/// It would take a second to split into what is shown and what is not.
+void LibraryView::dropLargeSelection()
+{
+    const int mostRows = 1000;
+    int rows = 0;
+    for (const QItemSelectionRange& range : m_table->selectionModel()->selection())
+        rows += range.height();
+    if (rows > mostRows)
+        m_table->selectionModel()->clearSelection();
+}
+
 void LibraryView::sort(int column, Qt::SortOrder order)
 {
     m_table->header()->setSortIndicator(column, order);

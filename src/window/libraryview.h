@@ -25,11 +25,14 @@ public:
     /// `model` outlives this. Pictures in the grid get `pictureSize`, in pixels of the window.
     LibraryView(LibraryModel& model, QSize pictureSize, QWidget* parent = nullptr);
 
-    LibraryFilter& filter() { return m_filter; }
     const LibraryFilter& filter() const { return m_filter; }
 
     void setLook(Look look);
     Look look() const { return Look(currentIndex()); }
+
+    /// As LibraryFilter's. A large selection goes: it would be that of hidden items.
+    void setWords(const QString& words);
+    void setKind(int kind);
 
     /// By a Column, or as imported: -1.
     void sort(int column, Qt::SortOrder order);
@@ -57,6 +60,7 @@ Q_SIGNALS:
 private:
     void setUpTable();
     void setUpView(QAbstractItemView& view);
+    void dropLargeSelection();
     void onExpanded(const QModelIndex& index);
 
     LibraryModel& m_model;

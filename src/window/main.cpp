@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 //
 // vspimport-window [PATH…]: the desktop window. library.h tells what it is made of.
-#include "cimportcontext.h"
-#include "defaults.h"
+#include "context.h"
 #include "mainwindow.h"
 #include "moduleplugin.h"
-#include "pictureformat.h"
 #include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QCommandLineParser>
@@ -82,19 +80,6 @@ bool asksForHelp(int argc, char** argv)
     return false;
 }
 
-void setContext(qreal ratio)
-{
-    Vesk::CImportContext* context = Vesk::CImportContext::instance();
-    const QString folder = pictureformat::folder(ratio);
-    QDir().mkpath(folder);
-    context->setConfigDir(folder);
-    context->setSnapSize(pictureformat::takenSize(ratio));
-    context->setFileFormats(QString::fromLatin1(defaults::formats));
-    context->setLimitFileFormat(true);
-    context->setDvdSupport(true);
-    context->setBdSupport(true);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -126,7 +111,7 @@ int main(int argc, char** argv)
         QMessageBox::critical(nullptr, Program::cannotStart(), error);
         return 2;
     }
-    setContext(application.devicePixelRatio());
+    setUpContext(application.devicePixelRatio());
     MainWindow window;
     window.show();
     window.import(paths);

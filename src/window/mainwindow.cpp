@@ -177,11 +177,11 @@ void MainWindow::connectParts()
             [this] { exportAs(Exporter::Report, tr("Save Report"), QStringLiteral("*.report")); });
     connect(m_progress, &ImportBar::stopClicked, this, [this] { m_library.stop(); });
     connect(m_words, &QLineEdit::textChanged, this, [this](const QString& words) {
-        m_view->filter().setWords(words);
+        m_view->setWords(words);
         updateTitle();
     });
     connect(m_kind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
-        m_view->filter().setKind(m_kind->currentData().toInt());
+        m_view->setKind(m_kind->currentData().toInt());
         updateTitle();
     });
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})

@@ -151,8 +151,13 @@ private Q_SLOTS:
         expect("$vspimport --json /dev/stdout good.mp4 > it; cat it", 0, "", "^\\{.*\\}\n$");
         expect("$vspimport --json good.mp4 bad.mp4", 2, "good.mp4 is a media file", "^$");
         expect("$vspimport --json it --json-lines ./it good.mp4", 2, "more than one output", "^$");
+        expect("$vspimport --html it --json ./it good.mp4", 2, "more than one output", "^$");
+        expect("$vspimport --html good.mp4 bad.mp4", 2, "good.mp4 is a media file", "^$");
+        expect("$vspimport --html - --json - good.mp4", 2, "standard output", "^$");
+        expect("$vspimport --html - good.mp4", 0, "", "^<!DOCTYPE.*</html>\n$");
+        expect("$vspimport --html /dev/full good.mp4", 2, "cannot write", "good.mp4");
         // Found out before the import, with the reason.
-        for (const char* option : {"json", "json-lines", "report"}) {
+        for (const char* option : {"json", "json-lines", "html", "report"}) {
             expect(qPrintable(QString("$vspimport --%1 /no/such/x good.mp4").arg(option)), 2,
                    "/no/such/x: No such file or directory", "^$");
         }
@@ -258,10 +263,11 @@ private Q_SLOTS:
             files << program.path(QString("library/%1.mp4").arg(i));
         for (const QStringList& paths : {files, QStringList(program.path("library"))}) {
             QProcess process;
-            process.start(PROGRAM,
-                          QStringList({"--events", "--config-dir", program.path("pictures"),
-                                       "--json", program.path("result.json")}) +
-                              paths);
+            process.start(
+                PROGRAM,
+                QStringList({"--events", "--config-dir", program.path("pictures"), "--json",
+                             program.path("result.json"), "--html", program.path("page.html")}) +
+                    paths);
             QVERIFY(process.waitForReadyRead(60000));
             // Twice, as to a process and its group.
             ::kill(pid_t(process.processId()), SIGINT);
@@ -270,6 +276,7 @@ private Q_SLOTS:
             QVERIFY(process.exitStatus() == QProcess::NormalExit && process.exitCode() == 130);
             QVERIFY(process.readAllStandardOutput().endsWith("{\"signal\":\"finished\"}\n"));
             QCOMPARE(at(program.result(), "stopped"), QJsonValue(true));
+            QVERIFY(contentOf(program.path("page.html")).contains("The import was stopped"));
             const int imported = at(program.result(), "tasks").toArray().size();
             QVERIFY2(imported > 0 && imported < count, qPrintable(QString::number(imported)));
         }

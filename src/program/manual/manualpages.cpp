@@ -141,6 +141,8 @@ QByteArray programPage()
             entry(QByteArray(".B ") + exitStatusTable[i].status, troff(exitStatusTable[i].meaning));
     return page + section("EXAMPLES") +
            example("What is in a folder, as a table:", "vspimport ~/Videos") +
+           example("The same as a page of pictures, for a browser:",
+                   "vspimport --html films.html ~/Videos") +
            example("Files that cannot be imported, and why:",
                    "vspimport --quiet --json-lines - ~/Videos | jq -r "
                    "'select(.reason) | .url + \": \" + .reason'") +

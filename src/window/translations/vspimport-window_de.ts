@@ -222,20 +222,20 @@
         <source>Ends the import; what has been found stays</source>
         <translation>Beendet den Import; was gefunden wurde, bleibt erhalten</translation>
     </message>
-    <message>
-        <source>%1 of %2 found imported</source>
-        <translation>%1 von %2 gefundenen importiert</translation>
-    </message>
-    <message>
-        <source>%1 of %2 pictures taken</source>
-        <translation>%1 von %2 Bildern aufgenommen</translation>
-    </message>
     <message numerus="yes">
         <source>%n of other kinds passed over</source>
         <translation>
             <numerusform>%n Datei anderer Art übergangen</numerusform>
             <numerusform>%n Dateien anderer Art übergangen</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 imported of %2 found</source>
+        <translation>%1 von %2 gefundenen importiert</translation>
+    </message>
+    <message>
+        <source>%1 pictures taken of %2</source>
+        <translation>%1 von %2 Bildern aufgenommen</translation>
     </message>
 </context>
 <context>
@@ -429,6 +429,147 @@
     <message>
         <source>vspimport</source>
         <translation>vspimport</translation>
+    </message>
+</context>
+<context>
+    <name>Page</name>
+    <message>
+        <source>1 item</source>
+        <translation>1 Eintrag</translation>
+    </message>
+    <message>
+        <source>%1 items</source>
+        <translation>%1 Einträge</translation>
+    </message>
+    <message>
+        <source>1 could not be imported</source>
+        <translation>1 konnte nicht importiert werden</translation>
+    </message>
+    <message>
+        <source>%1 could not be imported</source>
+        <translation>%1 konnten nicht importiert werden</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <comment>the code of the language of these texts, as in lang=&quot;en&quot;</comment>
+        <translation>de</translation>
+    </message>
+    <message>
+        <source>Films, music and discs</source>
+        <translation>Filme, Musik und Discs</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <comment>items that are left by the filter</comment>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Name, folder, codec, language, tag …</source>
+        <translation>Name, Ordner, Codec, Sprache, Tag …</translation>
+    </message>
+    <message>
+        <source>The import was stopped before it was over: there may be more.</source>
+        <translation>Der Import wurde vorzeitig angehalten: Es gibt vielleicht noch mehr.</translation>
+    </message>
+    <message>
+        <source>Not imported</source>
+        <translation>Nicht importiert</translation>
+    </message>
+    <message>
+        <source>No item has these words.</source>
+        <translation>Kein Eintrag enthält diese Wörter.</translation>
+    </message>
+    <message>
+        <source>1 chapter</source>
+        <translation>1 Kapitel</translation>
+    </message>
+    <message>
+        <source>%1 chapters</source>
+        <translation>%1 Kapitel</translation>
+    </message>
+    <message>
+        <source>Audio</source>
+        <translation>Audio</translation>
+    </message>
+    <message>
+        <source>Blu-ray disc</source>
+        <translation>Blu-ray-Disc</translation>
+    </message>
+    <message>
+        <source>DVD</source>
+        <translation>DVD</translation>
+    </message>
+    <message>
+        <source>Video</source>
+        <translation>Video</translation>
+    </message>
+    <message>
+        <source>Picture of %1</source>
+        <translation>Bild von %1</translation>
+    </message>
+    <message>
+        <source>No picture</source>
+        <translation>Kein Bild</translation>
+    </message>
+    <message>
+        <source>scrambled</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message>
+        <source>… and %1 more titles</source>
+        <translation>… und %1 weitere Titel</translation>
+    </message>
+    <message>
+        <source>Codecs:</source>
+        <translation>Codecs:</translation>
+    </message>
+    <message>
+        <source>Languages:</source>
+        <translation>Sprachen:</translation>
+    </message>
+    <message>
+        <source>Size:</source>
+        <translation>Größe:</translation>
+    </message>
+    <message>
+        <source>Tags (%1)</source>
+        <translation>Tags (%1)</translation>
+    </message>
+    <message>
+        <source>Chapter %1</source>
+        <translation>Kapitel %1</translation>
+    </message>
+    <message>
+        <source>1 clip</source>
+        <translation>1 Clip</translation>
+    </message>
+    <message>
+        <source>%1 clips</source>
+        <translation>%1 Clips</translation>
+    </message>
+    <message>
+        <source>Clip %1</source>
+        <translation>Clip %1</translation>
+    </message>
+    <message>
+        <source>Title %1</source>
+        <translation>Titel %1</translation>
+    </message>
+    <message>
+        <source>Main title</source>
+        <translation>Haupttitel</translation>
+    </message>
+    <message>
+        <source>… and %1 more</source>
+        <translation>… und %1 weitere</translation>
+    </message>
+    <message>
+        <source>As above</source>
+        <translation>Wie oben</translation>
     </message>
 </context>
 <context>
