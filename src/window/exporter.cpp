@@ -62,7 +62,7 @@ QString writeFile(Exporter::Format format, const QString& fileName,
 {
     QString error;
     if (format == Exporter::Page) {
-        writeHtmlPage(fileName, findings.items, findings.failures, error);
+        writeHtmlPage(fileName, {findings.items, findings.failures, false}, error);
         return error;
     }
     OutputFile file;

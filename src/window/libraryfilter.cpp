@@ -18,7 +18,7 @@ void LibraryFilter::setKind(int kind)
 
 void LibraryFilter::setWords(const QString& words)
 {
-    m_words = words.toCaseFolded().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    m_words = LibraryRow::searchedWords(words);
     invalidateFilter();
 }
 

@@ -27,6 +27,19 @@ const QCollator& collator()
     return collator;
 }
 
+/// As texts are compared that people type: capitals, accents and ß do not count.
+QString folded(const QString& text)
+{
+    QString folded;
+    for (const QChar c : text.normalized(QString::NormalizationForm_KD).toCaseFolded()) {
+        if (c == QChar(0xdf))
+            folded += QLatin1String("ss");
+        else if (c.category() != QChar::Mark_NonSpacing)
+            folded += c;
+    }
+    return folded;
+}
+
 /// Folders and most facts are the same for many items: the text is kept once.
 const QString& shared(const QString& text)
 {
@@ -126,7 +139,12 @@ void LibraryRow::describe()
     QStringList texts(path.fileName());
     std::copy(std::begin(m_texts), std::end(m_texts), std::back_inserter(texts));
     appendTexts(movie, texts);
-    m_searched = texts.join(QLatin1Char('\n')).toCaseFolded();
+    m_searched = folded(texts.join(QLatin1Char('\n')));
+}
+
+QStringList LibraryRow::searchedWords(const QString& text)
+{
+    return folded(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
 bool LibraryRow::contains(const QStringList& words) const

@@ -33,7 +33,9 @@ public:
     const QString& text(Column column) const { return m_texts[column]; }
     const QString& pictureFile() const { return m_pictureFile; }
 
-    /// Whether each of `words`, which are folded, occurs in one of the item's texts.
+    /// The words of what a person has typed, for contains().
+    static QStringList searchedWords(const QString& text);
+    /// Whether each of `words` occurs in one of the item's texts.
     bool contains(const QStringList& words) const;
 
     /// Below 0 when this goes before `other`, above when behind.
