@@ -98,12 +98,9 @@ void LibraryModel::update(LibraryRow& row, const std::shared_ptr<const Item>& it
 
 void LibraryModel::removeKeys(const QStringList& keys)
 {
-    std::vector<int> places;
-    for (const QString& key : keys) {
-        if (const LibraryRow* row = m_byKey.take(key))
-            places.push_back(row->place);
-    }
-    std::sort(places.begin(), places.end());
+    std::vector<int> places = placesOf(keys);
+    for (const QString& key : keys)
+        m_byKey.remove(key);
     while (!places.empty()) { // in a row as many as lie so, the last first
         const int last = places.back();
         int first = last + 1;
@@ -114,6 +111,39 @@ void LibraryModel::removeKeys(const QStringList& keys)
         for (int i = first; i < itemCount(); ++i)
             m_rows[std::size_t(i)]->place = i;
         endRemoveRows();
+    }
+}
+
+std::vector<int> LibraryModel::placesOf(const QStringList& keys) const
+{
+    std::vector<int> places;
+    for (const QString& key : keys) {
+        if (const LibraryRow* row = m_byKey.value(key))
+            places.push_back(row->place);
+    }
+    std::sort(places.begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    return places;
+}
+
+/// Those that have come to the end of the list stay there, with those that follow.
+void LibraryModel::moveKeys(const QStringList& keys, bool isUp)
+{
+    std::vector<int> places = placesOf(keys);
+    if (!isUp)
+        std::reverse(places.begin(), places.end());
+    int end = isUp ? 0 : itemCount() - 1;
+    for (const int from : places) {
+        const int to = isUp ? from - 1 : from + 1;
+        if (from == end) {
+            end += isUp ? 1 : -1;
+            continue;
+        }
+        beginMoveRows({}, from, from, {}, isUp ? to : to + 1);
+        std::swap(m_rows[std::size_t(from)], m_rows[std::size_t(to)]);
+        m_rows[std::size_t(from)]->place = from;
+        m_rows[std::size_t(to)]->place = to;
+        endMoveRows();
     }
 }
 

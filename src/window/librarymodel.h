@@ -42,6 +42,8 @@ public:
     void put(const std::vector<Entry>& entries);
 
     void removeKeys(const QStringList& keys);
+    /// Moves the items by one place, as far as there is one: up, or else down.
+    void moveKeys(const QStringList& keys, bool isUp);
 
     bool contains(const QString& key) const { return m_byKey.contains(key); }
     /// Invalid where there is none.
@@ -81,6 +83,8 @@ private:
     };
     Spot spot(const QModelIndex& index) const;
 
+    /// Of those that are there, in order.
+    std::vector<int> placesOf(const QStringList& keys) const;
     void append(const std::vector<Entry>& entries);
     void update(LibraryRow& row, const std::shared_ptr<const facts::Item>& item);
     QModelIndex itemIndex(const LibraryRow& row, int column = 0) const;

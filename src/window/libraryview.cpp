@@ -7,6 +7,7 @@
 
 #include <QtCore/QSettings>
 #include <QtWidgets/QHeaderView>
+#include <QtWidgets/QShortcut>
 #include <QtWidgets/QTreeView>
 
 LibraryView::LibraryView(LibraryModel& model, QSize pictureSize, QWidget* parent)
@@ -20,6 +21,11 @@ LibraryView::LibraryView(LibraryModel& model, QSize pictureSize, QWidget* parent
     for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{m_grid, m_table})
         setUpView(*view);
     m_grid->setSelectionModel(m_table->selectionModel());
+    for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* shortcut = new QShortcut(QKeySequence(key), this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, this, &LibraryView::activated);
+    }
     connect(m_table->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& index) { emit currentChanged(m_filter.mapToSource(index)); });
     connect(m_table->selectionModel(), &QItemSelectionModel::selectionChanged, this,

@@ -40,6 +40,7 @@ public:
         return paths;
     }
 
+    static QString noPictures() { return tr("No pictures can be taken: %1"); }
     static QString cannotStart() { return tr("vspimport cannot start"); }
 };
 
@@ -111,9 +112,11 @@ int main(int argc, char** argv)
         QMessageBox::critical(nullptr, Program::cannotStart(), error);
         return 2;
     }
-    setUpContext(application.devicePixelRatio());
+    error = setUpContext(application.devicePixelRatio());
     MainWindow window;
     window.show();
+    if (!error.isEmpty())
+        window.warn(Program::noPictures().arg(error));
     window.import(paths);
     return QApplication::exec();
 }

@@ -140,6 +140,8 @@ void MainWindow::connectActions()
     on(m_actions.copyJson, [this] { m_exporter.makeText(m_view->selectedItems()); });
     on(m_actions.selectAll, [this] { m_view->selectAllItems(); });
     on(m_actions.remove, [this] { removeSelected(); });
+    on(m_actions.moveUp, [this] { m_model.moveKeys(m_view->selectedKeys(), true); });
+    on(m_actions.moveDown, [this] { m_model.moveKeys(m_view->selectedKeys(), false); });
     on(m_actions.find, [this] {
         m_words->setFocus(Qt::ShortcutFocusReason);
         m_words->selectAll();
@@ -191,7 +193,7 @@ void MainWindow::connectParts()
     connect(&m_exporter, &Exporter::written, this,
             [this](const QString& fileName, const QString& error) {
                 if (!error.isEmpty())
-                    fail(tr("%1 was not written: %2").arg(fileName, error));
+                    warn(tr("%1 was not written: %2").arg(fileName, error));
             });
 }
 
@@ -244,7 +246,7 @@ void MainWindow::openList()
     if (ListFile::read(fileName, paths, error))
         import(paths);
     else
-        fail(tr("%1 cannot be read: %2").arg(fileName, error));
+        warn(tr("%1 cannot be read: %2").arg(fileName, error));
 }
 
 void MainWindow::saveList()
@@ -257,7 +259,7 @@ void MainWindow::saveList()
         paths.append(m_model.item(row).sourcePath());
     QString error;
     if (!ListFile::write(fileName, paths, error))
-        fail(tr("%1 was not written: %2").arg(fileName, error));
+        warn(tr("%1 was not written: %2").arg(fileName, error));
 }
 
 /// What is shown, in the order in which it is.
@@ -310,6 +312,7 @@ void MainWindow::showSort()
     for (QAction* action : m_actions.sortColumns->actions())
         action->setChecked(action->data().toInt() == m_view->sortColumn());
     m_actions.sortDescending->setChecked(m_view->sortOrder() == Qt::DescendingOrder);
+    onSelection();
 }
 
 void MainWindow::onProgress()
@@ -341,6 +344,8 @@ void MainWindow::onSelection()
     const bool hasSelection = !m_view->selectedKeys().isEmpty();
     for (QAction* action : m_actions.ofItems())
         action->setEnabled(hasSelection);
+    for (QAction* action : {m_actions.moveUp, m_actions.moveDown})
+        action->setEnabled(hasSelection && m_view->sortColumn() < 0);
 }
 
 void MainWindow::updateTitle()
@@ -368,7 +373,7 @@ void MainWindow::showAbout()
                  QLatin1String(QT_VERSION_STR)));
 }
 
-void MainWindow::fail(const QString& text)
+void MainWindow::warn(const QString& text)
 {
     auto* box = new QMessageBox(QMessageBox::Warning, tr("vspimport"), text, QMessageBox::Ok, this);
     box->setTextFormat(Qt::PlainText);

@@ -32,6 +32,8 @@ public:
 
     /// As Library::add().
     void import(const QStringList& paths);
+    /// Says something in a dialog, and returns at once.
+    void warn(const QString& text);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -63,7 +65,6 @@ private:
     void applySort();
     void showSort();
     void showAbout();
-    void fail(const QString& text);
 
     void saveSettings() const;
     void restoreSettings();

@@ -76,6 +76,12 @@ void WindowActions::makeEditActions()
         make("selectAll", tr("Select &All"), tr("Selects all that is shown"), "edit-select-all");
     remove = make("remove", tr("&Remove from List"), tr("Removes no file, only the items here"),
                   "list-remove");
+    moveUp =
+        make("moveUp", tr("Move &Up"), tr("Moves the selected items up in the own order"), "go-up");
+    moveDown = make("moveDown", tr("Move Do&wn"),
+                    tr("Moves the selected items down in the own order"), "go-down");
+    moveUp->setShortcut(tr("Alt+Up"));
+    moveDown->setShortcut(tr("Alt+Down"));
     find = make("find", tr("&Find"), tr("Shows only items with certain words"), "edit-find");
     paste->setShortcut(QKeySequence::Paste);
     copyPath->setShortcut(QKeySequence::Copy);
@@ -107,7 +113,7 @@ void WindowActions::makeViewActions()
     for (int column = -1; column < ColumnCount; ++column) {
         const QString name =
             column < 0
-                ? tr("As Imported")
+                ? tr("&Own Order")
                 : QCoreApplication::translate("LibraryModel", LibraryModel::columnNames[column]);
         QAction* action = sortColumns->addAction(name);
         action->setCheckable(true);
@@ -158,7 +164,7 @@ void WindowActions::makeMenus()
     itemMenu->addSeparator();
     itemMenu->addActions({copyPath, copyJson});
     itemMenu->addSeparator();
-    itemMenu->addAction(remove);
+    itemMenu->addActions({moveUp, moveDown, remove});
 
     bar->addMenu(tr("&Help"))->addAction(about);
 }

@@ -38,13 +38,15 @@ public:
     QAction* copyPath;
     QAction* copyJson;
     QAction* selectAll;
+    QAction* moveUp;
+    QAction* moveDown;
     QAction* remove;
     QAction* find;
 
     QAction* grid;
     QAction* table;
     QAction* details;
-    QActionGroup* sortColumns; ///< an action a column, whose data it is; -1 for none
+    QActionGroup* sortColumns; ///< an action a column, whose data it is; -1 for the own order
     QAction* sortDescending;
 
     QAction* play;

@@ -74,6 +74,7 @@ private Q_SLOTS:
     void treeOfParts();
     void updates();
     void removals();
+    void moves();
     void hostileDisc();
     void order_data();
     void order();
@@ -140,6 +141,28 @@ void TestLibraryModel::removals()
     for (int row = 0; row < filter.rowCount(); ++row)
         keys.append(model.key(filter.mapToSource(filter.index(row, 0))));
     QCOMPARE(keys, QStringList({"8", "4", "3", "2"}));
+}
+
+void TestLibraryModel::moves()
+{
+    LibraryModel model(m_pictures);
+    const QAbstractItemModelTester tester(&model);
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        model.put({{name, film(QString("/") + name)}});
+    const auto order = [&model] {
+        QString order;
+        for (int row = 0; row < model.itemCount(); ++row)
+            order += model.key(model.index(row, 0));
+        return order;
+    };
+    const std::pair<QStringList, bool> moves[] = {
+        {{"d", "b"}, true}, {{"b", "d"}, true}, {{"b", "d"}, true}, {{"b", "c"}, false}};
+    const char* const expected[] = {"badce", "bdace", "bdace", "dbaec"};
+    for (int i = 0; i < 4; ++i) {
+        model.moveKeys(moves[i].first, moves[i].second);
+        QCOMPARE(order(), QString(expected[i]));
+    }
+    QCOMPARE(model.indexOf("c").row(), 4);
 }
 
 void TestLibraryModel::hostileDisc()
