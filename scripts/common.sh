@@ -11,7 +11,7 @@ build_packages=(
 test_packages=(
     "${build_packages[@]}" libbluray-dev libudfread-dev genisoimage git procps clang clang-format
     clang-tidy libclang-rt-dev llvm qt6-base-dev doxygen python3-jsonschema chromium dpkg-dev
-    debootstrap lintian desktop-file-utils appstream
+    debootstrap lintian desktop-file-utils appstream xvfb xauth fonts-dejavu-core
 )
 
 # What two builds have in common is compiled once.
