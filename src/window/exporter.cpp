@@ -8,29 +8,17 @@
 #include "jsonoutput.h"
 #include "outputfile.h"
 
-#include <QtConcurrent/QtConcurrentRun>
-#include <QtCore/QFutureWatcher>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
+
+#include <algorithm>
+#include <chrono>
 
 using Vesk::CImportModel;
 
 namespace {
 
 using Items = std::vector<std::shared_ptr<const facts::Item>>;
-
-/// Runs `job` on another thread, and `done` with its result on the owner's, if that still lives.
-template <typename Job, typename Done>
-void inBackground(QObject* owner, Job job, Done done)
-{
-    using Result = decltype(job());
-    auto* watcher = new QFutureWatcher<Result>(owner);
-    QObject::connect(watcher, &QFutureWatcherBase::finished, owner, [watcher, done] {
-        done(watcher->result());
-        watcher->deleteLater();
-    });
-    watcher->setFuture(QtConcurrent::run(job));
-}
 
 void writeDocument(QIODevice& device, const Exporter::Findings& findings)
 {
@@ -92,14 +80,27 @@ QString textOf(const Items& items)
 
 void Exporter::write(Format format, const QString& fileName, const Findings& findings)
 {
-    inBackground(
-        this, [=] { return writeFile(format, fileName, findings); },
-        [this, fileName](const QString& error) { emit written(fileName, error); });
+    runInBackground([this, format, fileName, findings] {
+        const QString error = writeFile(format, fileName, findings);
+        QMetaObject::invokeMethod(
+            this, [this, fileName, error] { emit written(fileName, error); }, Qt::QueuedConnection);
+    });
 }
 
 void Exporter::makeText(const Items& items)
 {
-    inBackground(
-        this, [items] { return textOf(items); },
-        [this](const QString& text) { emit textMade(text); });
+    runInBackground([this, items] {
+        const QString text = textOf(items);
+        QMetaObject::invokeMethod(
+            this, [this, text] { emit textMade(text); }, Qt::QueuedConnection);
+    });
+}
+
+void Exporter::runInBackground(std::function<void()> job)
+{
+    const auto isOver = [](const std::future<void>& known) {
+        return known.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    };
+    m_jobs.erase(std::remove_if(m_jobs.begin(), m_jobs.end(), isOver), m_jobs.end());
+    m_jobs.push_back(std::async(std::launch::async, std::move(job)));
 }

@@ -6,6 +6,9 @@
 
 #include <QtCore/QObject>
 
+#include <functional>
+#include <future>
+
 /// Writes what the list shows into files, in a thread of Qt's pool. The window says what came of
 /// it.
 class Exporter : public QObject
@@ -39,4 +42,9 @@ Q_SIGNALS:
     /// `error` is empty when all was written.
     void written(const QString& fileName, const QString& error);
     void textMade(const QString& text);
+
+private:
+    void runInBackground(std::function<void()> job);
+
+    std::vector<std::future<void>> m_jobs; ///< waited for when they are destroyed
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "pictureloader.h"
 
-#include <QtCore/QMutexLocker>
 #include <QtGui/QImageReader>
 
 namespace {
@@ -16,29 +15,28 @@ const QSize largest(16384, 16384);
 
 PictureLoader::PictureLoader(QSize size)
     : m_size(size)
-{
-    start(QThread::LowPriority);
-}
+    , m_thread([this] { run(); })
+{}
 
 PictureLoader::~PictureLoader()
 {
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         m_isEnding = true;
-        m_isAsked.wakeOne();
+        m_isAsked.notify_one();
     }
-    wait();
+    m_thread.join();
 }
 
 void PictureLoader::load(const QString& file)
 {
     QString given;
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         m_files.append(file);
         if (m_files.size() > mostWaiting)
             given = m_files.takeFirst();
-        m_isAsked.wakeOne();
+        m_isAsked.notify_one();
     }
     if (!given.isEmpty())
         emit dropped(given);
@@ -53,9 +51,8 @@ void PictureLoader::run()
 /// Empty when the thread is to end.
 QString PictureLoader::next()
 {
-    QMutexLocker lock(&m_mutex);
-    while (m_files.isEmpty() && !m_isEnding)
-        m_isAsked.wait(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_isAsked.wait(lock, [this] { return m_isEnding || !m_files.isEmpty(); });
     return m_isEnding ? QString() : m_files.takeLast();
 }
 

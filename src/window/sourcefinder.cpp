@@ -7,7 +7,6 @@
 #include <QtCore/QElapsedTimer>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QMutexLocker>
 #include <QtCore/QSet>
 
 namespace {
@@ -20,33 +19,33 @@ const qint64 longestWaitMs = 300;
 } // namespace
 
 SourceFinder::SourceFinder(QObject* parent)
-    : QThread(parent)
+    : QObject(parent)
 {
     qRegisterMetaType<QVector<FoundSource>>("QVector<FoundSource>");
-    start();
+    m_thread = std::thread([this] { run(); });
 }
 
 SourceFinder::~SourceFinder()
 {
     stop();
     {
-        QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         m_isEnding = true;
-        m_isAsked.wakeOne();
+        m_isAsked.notify_one();
     }
-    wait();
+    m_thread.join();
 }
 
 void SourceFinder::find(const QStringList& paths)
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_waiting.push_back(paths);
-    m_isAsked.wakeOne();
+    m_isAsked.notify_one();
 }
 
 void SourceFinder::stop()
 {
-    QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_isStopped = true;
     for (QStringList& paths : m_waiting)
         paths.clear();
@@ -63,9 +62,8 @@ void SourceFinder::run()
 
 bool SourceFinder::next(QStringList& paths)
 {
-    QMutexLocker lock(&m_mutex);
-    while (m_waiting.empty() && !m_isEnding)
-        m_isAsked.wait(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_isAsked.wait(lock, [this] { return m_isEnding || !m_waiting.empty(); });
     if (m_isEnding)
         return false;
     paths = m_waiting.front();

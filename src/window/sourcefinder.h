@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
-#include <QtCore/QMutex>
+#include <QtCore/QObject>
 #include <QtCore/QStringList>
-#include <QtCore/QThread>
 #include <QtCore/QVector>
-#include <QtCore/QWaitCondition>
 
 #include <atomic>
+#include <condition_variable>
 #include <deque>
+#include <mutex>
+#include <thread>
 
 /// Something to import, and what it is known by: its canonical path, the same however it was come
 /// to.
@@ -19,8 +20,9 @@ struct FoundSource
     bool isNamed = false; ///< was given itself, and not found in a folder
 };
 
-/// The thread that looks up what lies at and below paths, so that no window waits for a disk.
-class SourceFinder : public QThread
+/// Looks up what lies at and below paths, in a thread of its own, so that no window waits for a
+/// disk.
+class SourceFinder : public QObject
 {
     Q_OBJECT
 
@@ -34,24 +36,23 @@ public:
     void stop();
 
 Q_SIGNALS:
-    /// On this thread; the more there is, the more at once.
+    /// On the finder's thread, as the others; the more there is, the more at once.
     void found(const QVector<FoundSource>& sources);
     void unusable(const QString& path, const QString& reason);
     /// All that one find() has asked for has been found.
     void done();
 
-protected:
-    void run() override;
-
 private:
+    void run();
     bool next(QStringList& paths);
     void walk(const QStringList& paths);
 
-    QMutex m_mutex;
-    QWaitCondition m_isAsked;
+    std::mutex m_mutex;
+    std::condition_variable m_isAsked;
     std::deque<QStringList> m_waiting;
     bool m_isEnding = false;
     std::atomic<bool> m_isStopped{false};
+    std::thread m_thread; ///< begins when all else is there
 };
 
 Q_DECLARE_METATYPE(FoundSource)
