@@ -586,6 +586,10 @@
         <source>vspimport cannot start</source>
         <translation>vspimport kann nicht starten</translation>
     </message>
+    <message>
+        <source>No pictures can be taken: %1</source>
+        <translation>Es können keine Bilder aufgenommen werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>Reason</name>
@@ -871,10 +875,6 @@
         <translation>F9</translation>
     </message>
     <message>
-        <source>As Imported</source>
-        <translation>Wie importiert</translation>
-    </message>
-    <message>
         <source>&amp;Descending</source>
         <translation>&amp;Absteigend</translation>
     </message>
@@ -953,6 +953,34 @@
     <message>
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>Move &amp;Up</source>
+        <translation>Nach o&amp;ben verschieben</translation>
+    </message>
+    <message>
+        <source>Moves the selected items up in the own order</source>
+        <translation>Verschiebt die ausgewählten Einträge in der eigenen Reihenfolge nach oben</translation>
+    </message>
+    <message>
+        <source>Move Do&amp;wn</source>
+        <translation>Nach &amp;unten verschieben</translation>
+    </message>
+    <message>
+        <source>Moves the selected items down in the own order</source>
+        <translation>Verschiebt die ausgewählten Einträge in der eigenen Reihenfolge nach unten</translation>
+    </message>
+    <message>
+        <source>Alt+Up</source>
+        <translation>Alt+Up</translation>
+    </message>
+    <message>
+        <source>Alt+Down</source>
+        <translation>Alt+Down</translation>
+    </message>
+    <message>
+        <source>&amp;Own Order</source>
+        <translation>&amp;Eigene Reihenfolge</translation>
     </message>
 </context>
 </TS>
