@@ -61,7 +61,7 @@ void LibraryView::setUpView(QAbstractItemView& view)
     QHeaderView* header = m_table->header();
     header->setSortIndicator(-1, Qt::AscendingOrder);
     m_table->setSortingEnabled(true);
-    const int widths[ColumnCount] = {280, 70, 80, 90, 80, 120, 100, 80, 300};
+    const int widths[ColumnCount] = {280, 96, 80, 90, 80, 120, 100, 80, 300};
     for (int column = 0; column < ColumnCount; ++column)
         header->resizeSection(column, widths[column]);
     header->setSectionsMovable(true);

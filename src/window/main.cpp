@@ -4,12 +4,11 @@
 #include "context.h"
 #include "mainwindow.h"
 #include "moduleplugin.h"
+#include "translation.h"
 #include "vspavbased/enginecontrol.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QDir>
-#include <QtCore/QLibraryInfo>
-#include <QtCore/QTranslator>
 #include <QtGui/QIcon>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QMessageBox>
@@ -51,24 +50,6 @@ void identify()
     QCoreApplication::setApplicationVersion(QStringLiteral(VSPIMPORT_VERSION));
 }
 
-void translate(QTranslator& ours, QTranslator& qts)
-{
-    const QLocale locale;
-    const QString folder =
-        QCoreApplication::applicationDirPath() + QLatin1String("/" VSPIMPORT_TRANSLATIONS);
-    // Plural forms of English are a translation too.
-    if (ours.load(locale, QStringLiteral("vspimport-window"), QStringLiteral("_"), folder) ||
-        ours.load(QStringLiteral("vspimport-window_en"), folder))
-        QCoreApplication::installTranslator(&ours);
-#if QT_VERSION_MAJOR < 6
-    const QString qtsFolder = QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-#else
-    const QString qtsFolder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-#endif
-    if (qts.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"), qtsFolder))
-        QCoreApplication::installTranslator(&qts);
-}
-
 /// Help is for those without a screen, too.
 bool asksForHelp(int argc, char** argv)
 {
@@ -86,11 +67,9 @@ bool asksForHelp(int argc, char** argv)
 int main(int argc, char** argv)
 {
     identify();
-    QTranslator ours;
-    QTranslator qts;
     if (asksForHelp(argc, argv)) {
         QCoreApplication application(argc, argv);
-        translate(ours, qts);
+        installTranslations();
         Program::parse(application);
         return 0;
     }
@@ -103,7 +82,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("vspimport-window"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/vspimport-window.svg")));
-    translate(ours, qts);
+    installTranslations();
     const QStringList paths = Program::parse(application);
 
     ModulePlugin plugin;

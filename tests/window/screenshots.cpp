@@ -6,6 +6,7 @@
 #include "context.h"
 #include "itemparts.h"
 #include "moduleplugin.h"
+#include "translation.h"
 #include "windowdriver.h"
 
 #include <cstdio>
@@ -51,6 +52,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("window-screenshots"));
     QApplication::setStyle(QStringLiteral("fusion"));
+    installTranslations();
     QStringList arguments = application.arguments().mid(1);
     if (arguments.removeAll(QStringLiteral("--dark")) > 0)
         QApplication::setPalette(darkPalette());
@@ -70,7 +72,7 @@ int main(int argc, char** argv)
     grab(driver, folder, "empty");
     if (!driver.import(arguments))
         return 1;
-    driver.select(driver.model()->index(0, 0));
+    driver.select(driver.model()->index(driver.model()->rowCount() / 2, 0));
     grab(driver, folder, "grid");
     driver.trigger("table");
     grab(driver, folder, "table");
