@@ -10,7 +10,7 @@ QString setUpContext(qreal ratio)
 {
     Vesk::CImportContext* context = Vesk::CImportContext::instance();
     const QString folder = pictureformat::folder(ratio);
-    const QString error = reasonAgainstWriting(folder); // makes it
+    QString error = reasonAgainstWriting(folder); // makes it
     context->setConfigDir(folder);
     context->setSnapSize(pictureformat::takenSize(ratio));
     context->setFileFormats(QString::fromLatin1(defaults::formats));

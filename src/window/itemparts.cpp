@@ -63,7 +63,7 @@ QString partPicture(const Item& item, int part)
     // The first pieces are logos and warnings: of many the picture is taken further inside.
     const int count = ItemParts::pieceCount(item, part);
     for (int piece = count / 3; piece < count; ++piece) {
-        const QString file = piecePicture(item, part, piece);
+        QString file = piecePicture(item, part, piece);
         if (!file.isEmpty())
             return file;
     }
@@ -199,7 +199,7 @@ QString ItemParts::pictureFile(const Place& place)
     if (!item.isDisc())
         return item.movie.picture.file;
     for (const int part : shownOrder(item)) {
-        const QString file = partPicture(item, part);
+        QString file = partPicture(item, part);
         if (!file.isEmpty())
             return file;
     }

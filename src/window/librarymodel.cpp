@@ -77,9 +77,9 @@ void LibraryModel::update(LibraryRow& row, const std::shared_ptr<const Item>& it
     for (const QString& file : item->pictureFiles())
         m_pictures.forget(file);
     if (!row.hasShapeOf(*item)) {
-        const QString key = row.key();
-        removeKeys({key});
-        append({{key, item}});
+        const Entry entry{row.key(), item}; // which outlives the row
+        removeKeys({entry.key});
+        append({entry});
         return;
     }
     row.update(item);

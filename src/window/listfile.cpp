@@ -11,7 +11,7 @@
 namespace {
 
 /// A list of a hundred thousand paths has some ten.
-const qint64 mostBytes = 256 * 1024 * 1024;
+const qint64 mostBytes = Q_INT64_C(256) * 1024 * 1024;
 
 } // namespace
 
