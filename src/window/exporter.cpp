@@ -7,6 +7,7 @@
 #include "htmlpage.h"
 #include "jsonoutput.h"
 #include "outputfile.h"
+#include "reasontexts.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -44,13 +45,22 @@ void writeReport(QIODevice& device, const Exporter::Findings& findings)
     model.saveReport(&device);
 }
 
+/// It is for people.
+void writePage(const QString& fileName, const Exporter::Findings& findings, QString& error)
+{
+    PageContent content{findings.items, findings.failures, false};
+    for (ImportResult::Failure& failure : content.failures)
+        failure.reason = translatedReason(failure.reason);
+    writeHtmlPage(fileName, content, error);
+}
+
 /// Empty, or why it could not be written.
 QString writeFile(Exporter::Format format, const QString& fileName,
                   const Exporter::Findings& findings)
 {
     QString error;
     if (format == Exporter::Page) {
-        writeHtmlPage(fileName, {findings.items, findings.failures, false}, error);
+        writePage(fileName, findings, error);
         return error;
     }
     OutputFile file;

@@ -5,9 +5,9 @@
 #include "librarymodel.h"
 #include "tabledelegate.h"
 
+#include <QShortcut>
 #include <QtCore/QSettings>
 #include <QtWidgets/QHeaderView>
-#include <QtWidgets/QShortcut>
 #include <QtWidgets/QTreeView>
 
 LibraryView::LibraryView(LibraryModel& model, QSize pictureSize, QWidget* parent)

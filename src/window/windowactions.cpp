@@ -45,10 +45,10 @@ void WindowActions::makeFileActions()
 {
     openFiles = make("openFiles", tr("&Open Files…"), tr("Imports media files and disc images"),
                      "document-open");
-    openFolder = make("openFolder", tr("Open &Folder…"), tr("Imports all that lies below a folder"),
+    openFolder = make("openFolder", tr("Open Fol&der…"), tr("Imports all that lies below a folder"),
                       "folder-open");
     openDisc =
-        make("openDisc", tr("Open &Disc…"),
+        make("openDisc", tr("Open D&isc…"),
              tr("Imports a DVD or Blu-ray disc, in a drive or in a folder"), "media-optical");
     openList = make("openList", tr("Open &List…"), tr("Imports what a list has been saved of"));
     saveList =

@@ -107,7 +107,7 @@ void TestWindow::emptyWindow()
         if (button->isVisible())
             buttons.append(button->text());
     }
-    QCOMPARE(buttons, QStringList({"&Open Files…", "Open &Folder…", "Open &Disc…"}));
+    QCOMPARE(buttons, QStringList({"&Open Files…", "Open Fol&der…", "Open D&isc…"}));
     for (const char* name : {"play", "copyPath", "remove", "exportPage", "saveList", "stopImport"})
         QVERIFY2(!driver.child<QAction>(name)->isEnabled(), name);
     QMimeData text;

@@ -707,16 +707,8 @@
         <translation>Importiert Mediendateien und Disc-Abbilder</translation>
     </message>
     <message>
-        <source>Open &amp;Folder…</source>
-        <translation>&amp;Ordner öffnen…</translation>
-    </message>
-    <message>
         <source>Imports all that lies below a folder</source>
         <translation>Importiert alles, was in einem Ordner und seinen Unterordnern liegt</translation>
-    </message>
-    <message>
-        <source>Open &amp;Disc…</source>
-        <translation>D&amp;isc öffnen…</translation>
     </message>
     <message>
         <source>Imports a DVD or Blu-ray disc, in a drive or in a folder</source>
@@ -981,6 +973,14 @@
     <message>
         <source>&amp;Own Order</source>
         <translation>&amp;Eigene Reihenfolge</translation>
+    </message>
+    <message>
+        <source>Open Fol&amp;der…</source>
+        <translation>&amp;Ordner öffnen…</translation>
+    </message>
+    <message>
+        <source>Open D&amp;isc…</source>
+        <translation>D&amp;isc öffnen…</translation>
     </message>
 </context>
 </TS>
