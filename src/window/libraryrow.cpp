@@ -157,6 +157,8 @@ int LibraryRow::compare(const LibraryRow& other, Column column) const
 {
     switch (column) {
     case NameColumn:
+        if (nameRank >= 0 && other.nameRank >= 0)
+            return nameRank - other.nameRank;
         return m_nameKey.compare(other.m_nameKey);
     case FolderColumn:
         return m_folderKey.compare(other.m_folderKey);

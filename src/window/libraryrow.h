@@ -48,6 +48,8 @@ public:
     int placeOf(int part) const { return m_places[std::size_t(part)]; }
 
     int place = 0; ///< in the list
+    /// Among all by name, which are compared by it where both have one; -1 for none.
+    int nameRank = -1;
 
 private:
     void describe();
