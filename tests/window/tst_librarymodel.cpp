@@ -157,12 +157,16 @@ void TestLibraryModel::moves()
     };
     const std::pair<QStringList, bool> moves[] = {
         {{"d", "b"}, true}, {{"b", "d"}, true}, {{"b", "d"}, true}, {{"b", "c"}, false}};
+    const QPersistentModelIndex kept = model.indexOf("c");
+    const QSignalSpy changes(&model, &QAbstractItemModel::layoutChanged);
     const char* const expected[] = {"badce", "bdace", "bdace", "dbaec"};
     for (int i = 0; i < 4; ++i) {
         model.moveKeys(moves[i].first, moves[i].second);
         QCOMPARE(order(), QString(expected[i]));
     }
     QCOMPARE(model.indexOf("c").row(), 4);
+    QCOMPARE(kept.row(), 4);
+    QCOMPARE(changes.size(), 3); // each at once, and one was none
 }
 
 void TestLibraryModel::hostileDisc()
@@ -184,6 +188,8 @@ void TestLibraryModel::hostileDisc()
         }
     }
     QVERIFY(DetailsText::text(model.place(index)).contains("&lt;img src=x"));
+    const QString tip = index.data(Qt::ToolTipRole).toString();
+    QVERIFY2(tip.contains("&lt;b&gt;BD"), qPrintable(tip));
 }
 
 void TestLibraryModel::order_data()
