@@ -103,6 +103,7 @@ void LibraryModel::removeKeys(const QStringList& keys)
     std::vector<int> places = placesOf(keys);
     for (const QString& key : keys)
         m_byKey.remove(key);
+    gather(places);
     while (!places.empty()) { // in a row as many as lie so, the last first
         const int last = places.back();
         int first = last + 1;
@@ -114,6 +115,21 @@ void LibraryModel::removeKeys(const QStringList& keys)
             m_rows[std::size_t(i)]->place = i;
         endRemoveRows();
     }
+}
+
+/// Those that lie here and there go behind the others: views take long over each gap of thousands.
+void LibraryModel::gather(std::vector<int>& places)
+{
+    const std::size_t mostScattered = 20;
+    if (places.size() <= mostScattered || places.back() - places.front() < int(places.size()))
+        return;
+    std::vector<int> order(m_rows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_partition(order.begin(), order.end(), [&places](int row) {
+        return !std::binary_search(places.begin(), places.end(), row);
+    });
+    reorder(order);
+    std::iota(places.begin(), places.end(), itemCount() - int(places.size()));
 }
 
 std::vector<int> LibraryModel::placesOf(const QStringList& keys) const

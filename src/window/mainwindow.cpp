@@ -304,7 +304,9 @@ void MainWindow::playSelected()
 
 void MainWindow::removeSelected()
 {
-    m_library.remove(m_view->selectedKeys());
+    const QStringList keys = m_view->selectedKeys();
+    m_view->clearSelection();
+    m_library.remove(keys);
 }
 
 void MainWindow::applySort()

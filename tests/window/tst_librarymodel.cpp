@@ -141,6 +141,21 @@ void TestLibraryModel::removals()
     for (int row = 0; row < filter.rowCount(); ++row)
         keys.append(model.key(filter.mapToSource(filter.index(row, 0))));
     QCOMPARE(keys, QStringList({"8", "4", "3", "2"}));
+
+    std::vector<LibraryModel::Entry> many;
+    QStringList even;
+    for (int i = 10; i < 90; ++i) {
+        many.push_back({QString::number(i), film("/many.mkv")});
+        if (i % 2 == 0)
+            even.append(many.back().key);
+    }
+    model.put(many);
+    const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
+    model.removeKeys(even);
+    QCOMPARE(removals.size(), 1); // and not one each, which takes views long
+    QCOMPARE(model.itemCount(), 44);
+    QCOMPARE(model.indexOf("89").row(), 43);
+    QCOMPARE(kept.row(), 2);
 }
 
 void TestLibraryModel::moves()
