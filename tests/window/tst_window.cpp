@@ -284,6 +284,9 @@ void TestWindow::failures()
     const QString tip = list->model()->index(2, 0).data(Qt::ToolTipRole).toString();
     QVERIFY2(tip.contains("&lt;b&gt;.mp4"), qPrintable(tip));
     QVERIFY(QFile::remove(path("<b>.mp4")));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier); // here, not of the items
+    QCOMPARE(list->selectionModel()->selectedRows().size(), 3);
 
     writeFile(broken, contentOf(fixturePath("media/one-frame.mp4")));
     QTest::mouseClick(again, Qt::LeftButton);
