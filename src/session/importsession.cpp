@@ -27,8 +27,8 @@ int countPictures(const facts::Item& item)
 
 } // namespace
 
-/// The import's thread calls its operations from direct connections; the session's thread once
-/// that has ended.
+/// The import's thread calls its operations from direct connections; once that has ended, a thread
+/// of the session's.
 struct ImportSession::Worker
 {
     Worker(ImportSession& owner, const ImportRequest& what)
@@ -89,9 +89,11 @@ ImportSession::ImportSession(Receiver receiver)
             Qt::DirectConnection);
 }
 
-/// The reply first: its thread uses all the rest.
+/// The threads first: they use all the rest.
 ImportSession::~ImportSession()
 {
+    if (m_rest)
+        m_rest->wait();
     m_reply.reset();
 }
 
@@ -168,12 +170,28 @@ void ImportSession::onImportError(int type, const QString& path)
     post({ImportEvent::Failed, path, type});
 }
 
-/// A task that was not signalled once more, since the import was stopped, is read now.
+/// Tasks that were not signalled once more, since the import was stopped, are read now; not here,
+/// since it takes files, and there may be thousands.
 void ImportSession::onFinished()
 {
     m_reply->wait();
-    while (m_worker->read < m_worker->tasks.size())
-        m_worker->ready();
+    if (m_worker->read == m_worker->tasks.size()) {
+        end();
+        return;
+    }
+    m_rest.reset(QThread::create([worker = m_worker] {
+        while (worker->read < worker->tasks.size())
+            worker->ready();
+    }));
+    connect(m_rest.get(), SIGNAL(finished()), this, SLOT(end()), Qt::QueuedConnection);
+    m_rest->start();
+}
+
+void ImportSession::end()
+{
+    if (m_rest)
+        m_rest->wait();
+    m_rest.reset();
     m_reply.reset();
     m_worker.reset();
     post({ImportEvent::Finished});

@@ -9,6 +9,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QScopedPointer>
 #include <QtCore/QStringList>
+#include <QtCore/QThread>
 
 #include <functional>
 #include <memory>
@@ -99,6 +100,7 @@ public:
 private Q_SLOTS:
     void onImportError(int type, const QString& path);
     void onFinished();
+    void end();
 
 private:
     /// What belongs to the import's thread while that runs.
@@ -111,6 +113,7 @@ private:
     Vesk::CImportModel m_model; ///< outlives the reply
     std::shared_ptr<Worker> m_worker;
     QScopedPointer<Vesk::CImportReply> m_reply;
+    std::unique_ptr<QThread> m_rest; ///< reads what a stopped import has left unread
 
     Q_DISABLE_COPY(ImportSession)
 };

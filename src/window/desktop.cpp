@@ -14,13 +14,18 @@ namespace desktop {
 
 namespace {
 
+/// More windows at once would be more than anybody wants.
+const int mostFolders = 10;
+
 void openFolders(const QStringList& paths)
 {
     QSet<QString> folders;
-    for (const QString& path : paths)
-        folders.insert(QFileInfo(path).path());
-    for (const QString& folder : folders)
-        open(folder);
+    for (const QString& path : paths) {
+        const QString folder = QFileInfo(path).path();
+        if (folders.size() < mostFolders && !folders.contains(folder))
+            open(folder);
+        folders.insert(folder);
+    }
 }
 
 } // namespace
@@ -32,6 +37,11 @@ void open(const QString& path)
 
 void showInFolder(const QStringList& paths)
 {
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected()) { // then nothing would answer
+        openFolders(paths);
+        return;
+    }
     QStringList urls;
     for (const QString& path : paths)
         urls.append(QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
@@ -40,7 +50,7 @@ void showInFolder(const QStringList& paths)
         QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     message << urls << QString();
-    const QDBusPendingCall call = QDBusConnection::sessionBus().asyncCall(message);
+    const QDBusPendingCall call = bus.asyncCall(message);
     auto* watcher = new QDBusPendingCallWatcher(call, QCoreApplication::instance());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, paths] {
         if (watcher->isError())

@@ -7,6 +7,7 @@
 #include "picturelabel.h"
 
 #include <QtCore/QEvent>
+#include <QtCore/QItemSelectionModel>
 #include <QtWidgets/QTextBrowser>
 #include <QtWidgets/QVBoxLayout>
 
@@ -49,6 +50,7 @@ DetailsPane::DetailsPane(LibraryModel& model, QSize pictureSize, QWidget* parent
 void DetailsPane::show(const QModelIndex& index)
 {
     m_index = index.siblingAtColumn(0);
+    m_pieces->selectionModel()->clear(); // which is of what was shown before
     refresh();
 }
 

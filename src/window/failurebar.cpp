@@ -79,12 +79,17 @@ void FailureBar::setFailures(const std::vector<ImportResult::Failure>& failures)
     setVisible(!failures.empty());
 }
 
-/// Copy takes the selected lines.
+/// Copy takes the selected lines. These keys are the window's for its list otherwise.
 bool FailureBar::eventFilter(QObject* watched, QEvent* event)
 {
     const bool isKey =
         event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (!isKey || !static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy))
+    auto* key = isKey ? static_cast<QKeyEvent*>(event) : nullptr;
+    const bool isCopy = key && key->matches(QKeySequence::Copy);
+    const bool isOurs =
+        isCopy ||
+        (key && (key->matches(QKeySequence::SelectAll) || key->matches(QKeySequence::Delete)));
+    if (!isOurs || (!isCopy && event->type() == QEvent::KeyPress))
         return QFrame::eventFilter(watched, event);
     event->accept();
     if (event->type() == QEvent::KeyPress)

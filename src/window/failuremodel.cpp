@@ -1,13 +1,22 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "failuremodel.h"
 
+#include "plaintip.h"
 #include "reasontexts.h"
 
 void FailureModel::setFailures(const std::vector<ImportResult::Failure>& failures)
 {
-    beginResetModel();
-    m_failures = failures;
-    endResetModel();
+    const int known = rowCount();
+    const int count = int(failures.size());
+    if (count < known) {
+        beginResetModel();
+        m_failures = failures;
+        endResetModel();
+    } else if (count > known) {
+        beginInsertRows({}, known, count - 1);
+        m_failures.insert(m_failures.end(), failures.begin() + known, failures.end());
+        endInsertRows();
+    }
 }
 
 int FailureModel::rowCount(const QModelIndex& parent) const
@@ -25,7 +34,8 @@ QVariant FailureModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::ToolTipRole))
         return {};
     const ImportResult::Failure& failure = m_failures[std::size_t(index.row())];
-    return index.column() == 0 ? failure.path : translatedReason(failure.reason);
+    const QString text = index.column() == 0 ? failure.path : translatedReason(failure.reason);
+    return role == Qt::ToolTipRole ? plainTip(text) : text;
 }
 
 QVariant FailureModel::headerData(int section, Qt::Orientation orientation, int role) const

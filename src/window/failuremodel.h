@@ -13,6 +13,7 @@ class FailureModel : public QAbstractTableModel
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
+    /// Those that are there already, with more behind them, or fewer.
     void setFailures(const std::vector<ImportResult::Failure>& failures);
 
     int rowCount(const QModelIndex& parent = {}) const override;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "importbar.h"
 
+#include "plaintip.h"
+
 #include <QtCore/QLocale>
 #include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
@@ -67,5 +69,5 @@ QString ImportBar::stateText(const ImportProgress& progress, int otherKinds)
 void ImportBar::showPath(const QString& path)
 {
     m_path->setText(fontMetrics().elidedText(path, Qt::ElideMiddle, m_path->width()));
-    m_path->setToolTip(path);
+    m_path->setToolTip(plainTip(path));
 }

@@ -36,7 +36,9 @@ Library::~Library()
 
 void Library::add(const QStringList& paths)
 {
-    if (paths.isEmpty())
+    if (m_isStopping)
+        m_later.append(paths);
+    if (m_isStopping || paths.isEmpty())
         return;
     ++m_finds;
     m_finder.find(paths);
@@ -45,7 +47,8 @@ void Library::add(const QStringList& paths)
 
 void Library::stop()
 {
-    m_ignoredFinds = m_finds;
+    m_isStopping = m_progress.isBusy;
+    m_later.clear();
     m_finder.stop();
     m_imports.stop();
 }
@@ -75,7 +78,7 @@ void Library::remove(const QStringList& keys)
 
 void Library::onFound(const QVector<FoundSource>& sources)
 {
-    if (m_ignoredFinds > 0)
+    if (m_isStopping)
         return;
     ImportRequest request;
     request.forImport = true;
@@ -97,14 +100,13 @@ void Library::onFound(const QVector<FoundSource>& sources)
 
 void Library::onUnusable(const QString& path, const QString& reason)
 {
-    if (m_ignoredFinds == 0)
+    if (!m_isStopping)
         addFailure({CImportModel::ErrorImportFalsed, path, reason});
 }
 
 void Library::onDone()
 {
     --m_finds;
-    m_ignoredFinds = std::max(0, m_ignoredFinds - 1);
     updateBusy();
 }
 
@@ -219,17 +221,41 @@ void Library::updateBusy()
 {
     const bool isBusy = m_finds > 0 || !m_imports.isIdle();
     if (isBusy) {
-        if (!m_progress.isBusy)
+        if (!m_progress.isBusy) {
             m_progress = ImportProgress();
+            m_otherKinds = 0;
+        }
         m_progress.isBusy = true;
         scheduleFlush();
         return;
     }
-    for (const Claim& claim : m_claims) // they were stopped
-        m_claimedKeys.remove(claim.key);
-    m_claims.clear();
+    dropClaims();
     flush();
     m_progress.isBusy = false;
     m_progress.fraction = 1.0;
     emit progressChanged();
+
+    m_isStopping = false;
+    QStringList later;
+    later.swap(m_later);
+    add(later);
+}
+
+/// Those that are left were stopped. Otherwise nothing was said of them: their import could not be
+/// started, or they have gone since they were found.
+void Library::dropClaims()
+{
+    for (auto claim = m_claims.cbegin(); claim != m_claims.cend(); ++claim) {
+        m_claimedKeys.remove(claim->key);
+        if (!m_isStopping)
+            receiveNothing(claim.key());
+    }
+    m_claims.clear();
+}
+
+void Library::receiveNothing(const QString& path)
+{
+    ++m_progress.without;
+    const int type = CImportModel::ErrorImportFalsed;
+    addFailure({type, path, QString::fromUtf8(errorName(type).reason)});
 }

@@ -67,7 +67,7 @@ public:
     void remove(const QStringList& keys);
 
     const ImportProgress& progress() const { return m_progress; }
-    /// Files of other kinds, which were passed over.
+    /// Files of other kinds, which were passed over, since nothing was to be done.
     int otherKinds() const { return m_otherKinds; }
     QList<LogCollector::Record> logRecords() const { return m_log.records(); }
 
@@ -100,13 +100,16 @@ private:
     void addFailure(const Failure& failure);
     void scheduleFlush();
     void updateBusy();
+    void dropClaims();
+    void receiveNothing(const QString& path);
 
     LibraryModel& m_model;
     LogCollector m_log{false};
     Refusals m_refusals;
     SourceFinder m_finder;
-    int m_finds = 0;        ///< that are not done
-    int m_ignoredFinds = 0; ///< of those, the first so many
+    int m_finds = 0; ///< that are not done
+    bool m_isStopping = false;
+    QStringList m_later; ///< asked for while it is stopping: what that drops would count as there
 
     QHash<QString, Claim> m_claims; ///< by path
     QSet<QString> m_claimedKeys;

@@ -3,12 +3,14 @@
 
 #include "facts/itemtext.h"
 #include "picturecache.h"
+#include "plaintip.h"
 
 #include <QtCore/QMimeData>
 #include <QtCore/QSet>
 #include <QtCore/QUrl>
 
 #include <algorithm>
+#include <numeric>
 
 using facts::Item;
 
@@ -101,6 +103,7 @@ void LibraryModel::removeKeys(const QStringList& keys)
     std::vector<int> places = placesOf(keys);
     for (const QString& key : keys)
         m_byKey.remove(key);
+    gather(places);
     while (!places.empty()) { // in a row as many as lie so, the last first
         const int last = places.back();
         int first = last + 1;
@@ -112,6 +115,21 @@ void LibraryModel::removeKeys(const QStringList& keys)
             m_rows[std::size_t(i)]->place = i;
         endRemoveRows();
     }
+}
+
+/// Those that lie here and there go behind the others: views take long over each gap of thousands.
+void LibraryModel::gather(std::vector<int>& places)
+{
+    const std::size_t mostScattered = 20;
+    if (places.size() <= mostScattered || places.back() - places.front() < int(places.size()))
+        return;
+    std::vector<int> order(m_rows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_partition(order.begin(), order.end(), [&places](int row) {
+        return !std::binary_search(places.begin(), places.end(), row);
+    });
+    reorder(order);
+    std::iota(places.begin(), places.end(), itemCount() - int(places.size()));
 }
 
 std::vector<int> LibraryModel::placesOf(const QStringList& keys) const
@@ -133,18 +151,40 @@ void LibraryModel::moveKeys(const QStringList& keys, bool isUp)
     if (!isUp)
         std::reverse(places.begin(), places.end());
     int end = isUp ? 0 : itemCount() - 1;
+    std::vector<int> order(m_rows.size()); // where each was
+    std::iota(order.begin(), order.end(), 0);
     for (const int from : places) {
         const int to = isUp ? from - 1 : from + 1;
-        if (from == end) {
+        if (from == end)
             end += isUp ? 1 : -1;
-            continue;
-        }
-        beginMoveRows({}, from, from, {}, isUp ? to : to + 1);
-        std::swap(m_rows[std::size_t(from)], m_rows[std::size_t(to)]);
-        m_rows[std::size_t(from)]->place = from;
-        m_rows[std::size_t(to)]->place = to;
-        endMoveRows();
+        else
+            std::swap(order[std::size_t(from)], order[std::size_t(to)]);
     }
+    if (!std::is_sorted(order.begin(), order.end()))
+        reorder(order);
+}
+
+/// All at once: views take long over each move of thousands.
+void LibraryModel::reorder(const std::vector<int>& order)
+{
+    emit layoutAboutToBeChanged();
+    std::vector<std::unique_ptr<LibraryRow>> rows;
+    std::vector<int> places(order.size());
+    for (const int from : order) {
+        places[std::size_t(from)] = int(rows.size());
+        rows.push_back(std::move(m_rows[std::size_t(from)]));
+        rows.back()->place = places[std::size_t(from)];
+    }
+    m_rows.swap(rows);
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    for (const QModelIndex& index : before) {
+        const bool isMoved = isItem(index);
+        after.append(isMoved ? createIndex(places[std::size_t(index.row())], index.column())
+                             : index);
+    }
+    changePersistentIndexList(before, after);
+    emit layoutChanged();
 }
 
 QModelIndex LibraryModel::itemIndex(const LibraryRow& row, int column) const
@@ -235,7 +275,8 @@ QVariant LibraryModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return displayText(index);
     case Qt::ToolTipRole:
-        return index.column() == NameColumn ? row(index).item().sourcePath() : displayText(index);
+        return plainTip(index.column() == NameColumn ? row(index).item().sourcePath()
+                                                     : displayText(index));
     case Qt::AccessibleTextRole:
         return index.column() == NameColumn ? accessibleText(index) : displayText(index);
     case Qt::TextAlignmentRole:

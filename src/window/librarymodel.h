@@ -85,6 +85,9 @@ private:
 
     /// Of those that are there, in order.
     std::vector<int> placesOf(const QStringList& keys) const;
+    void gather(std::vector<int>& places);
+    /// `order` tells for each place which row is to be there.
+    void reorder(const std::vector<int>& order);
     void append(const std::vector<Entry>& entries);
     void update(LibraryRow& row, const std::shared_ptr<const facts::Item>& item);
     QModelIndex itemIndex(const LibraryRow& row, int column = 0) const;

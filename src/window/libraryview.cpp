@@ -152,6 +152,11 @@ void LibraryView::selectAllItems()
     static_cast<QAbstractItemView*>(currentWidget())->selectAll();
 }
 
+void LibraryView::clearSelection()
+{
+    m_table->selectionModel()->clearSelection();
+}
+
 /// People look for the film: of a disc its main title is open too, unless it is made of pieces by
 /// the hundreds.
 void LibraryView::onExpanded(const QModelIndex& index)

@@ -45,6 +45,8 @@ public:
     /// Selects the items and brings the first into sight.
     void showItems(const QStringList& keys);
     void selectAllItems();
+    /// Before many of it are removed: it would take long to shrink bit by bit.
+    void clearSelection();
 
     void saveState(QSettings& settings) const;
     void restoreState(const QSettings& settings);

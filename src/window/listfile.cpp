@@ -35,6 +35,11 @@ bool ListFile::write(const QString& fileName, const QStringList& paths, QString&
 bool ListFile::read(const QString& fileName, QStringList& paths, QString& error)
 {
     QFile file(fileName);
+    const QFileInfo info(fileName);
+    if (info.exists() && !info.isFile()) { // a pipe may never end
+        error = tr("it is no list of paths");
+        return false;
+    }
     if (!file.open(QIODevice::ReadOnly)) {
         error = file.errorString();
         return false;
@@ -44,7 +49,7 @@ bool ListFile::read(const QString& fileName, QStringList& paths, QString& error)
         return false;
     }
     const QByteArray text = file.readAll();
-    const QDir folder = QFileInfo(fileName).absoluteDir();
+    const QDir folder = info.absoluteDir();
     for (const QByteArray& line : text.split(text.contains('\0') ? '\0' : '\n')) {
         if (!line.isEmpty())
             paths.append(QDir::cleanPath(folder.absoluteFilePath(QFile::decodeName(line))));

@@ -53,7 +53,7 @@ void identify()
 /// Help is for those without a screen, too.
 bool asksForHelp(int argc, char** argv)
 {
-    for (int i = 1; i < argc; ++i) {
+    for (int i = 1; i < argc && std::strcmp(argv[i], "--") != 0; ++i) {
         for (const char* word : {"-h", "--help", "--help-all", "-v", "--version"}) {
             if (std::strcmp(argv[i], word) == 0)
                 return true;

@@ -37,6 +37,13 @@ const int gridMegabytes = 64;
 /// More at once would be more players than anybody wants.
 const int mostPlayed = 10;
 
+/// Where it is dropped from may delete what was moved.
+void acceptCopy(QDropEvent& event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 } // namespace
 
 MainWindow::MainWindow()
@@ -205,13 +212,13 @@ void MainWindow::import(const QStringList& paths)
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
     if (event->source() == nullptr && !droppedPaths(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+        acceptCopy(*event);
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
     import(droppedPaths(*event->mimeData()));
-    event->acceptProposedAction();
+    acceptCopy(*event);
 }
 
 void MainWindow::paste()
@@ -297,7 +304,9 @@ void MainWindow::playSelected()
 
 void MainWindow::removeSelected()
 {
-    m_library.remove(m_view->selectedKeys());
+    const QStringList keys = m_view->selectedKeys();
+    m_view->clearSelection();
+    m_library.remove(keys);
 }
 
 void MainWindow::applySort()

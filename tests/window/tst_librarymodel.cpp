@@ -141,6 +141,21 @@ void TestLibraryModel::removals()
     for (int row = 0; row < filter.rowCount(); ++row)
         keys.append(model.key(filter.mapToSource(filter.index(row, 0))));
     QCOMPARE(keys, QStringList({"8", "4", "3", "2"}));
+
+    std::vector<LibraryModel::Entry> many;
+    QStringList even;
+    for (int i = 10; i < 90; ++i) {
+        many.push_back({QString::number(i), film("/many.mkv")});
+        if (i % 2 == 0)
+            even.append(many.back().key);
+    }
+    model.put(many);
+    const QSignalSpy removals(&model, &QAbstractItemModel::rowsRemoved);
+    model.removeKeys(even);
+    QCOMPARE(removals.size(), 1); // and not one each, which takes views long
+    QCOMPARE(model.itemCount(), 44);
+    QCOMPARE(model.indexOf("89").row(), 43);
+    QCOMPARE(kept.row(), 2);
 }
 
 void TestLibraryModel::moves()
@@ -157,12 +172,16 @@ void TestLibraryModel::moves()
     };
     const std::pair<QStringList, bool> moves[] = {
         {{"d", "b"}, true}, {{"b", "d"}, true}, {{"b", "d"}, true}, {{"b", "c"}, false}};
+    const QPersistentModelIndex kept = model.indexOf("c");
+    const QSignalSpy changes(&model, &QAbstractItemModel::layoutChanged);
     const char* const expected[] = {"badce", "bdace", "bdace", "dbaec"};
     for (int i = 0; i < 4; ++i) {
         model.moveKeys(moves[i].first, moves[i].second);
         QCOMPARE(order(), QString(expected[i]));
     }
     QCOMPARE(model.indexOf("c").row(), 4);
+    QCOMPARE(kept.row(), 4);
+    QCOMPARE(changes.size(), 3); // each at once, and one was none
 }
 
 void TestLibraryModel::hostileDisc()
@@ -184,6 +203,8 @@ void TestLibraryModel::hostileDisc()
         }
     }
     QVERIFY(DetailsText::text(model.place(index)).contains("&lt;img src=x"));
+    const QString tip = index.data(Qt::ToolTipRole).toString();
+    QVERIFY2(tip.contains("&lt;b&gt;BD"), qPrintable(tip));
 }
 
 void TestLibraryModel::order_data()

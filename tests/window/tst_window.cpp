@@ -212,7 +212,7 @@ void TestWindow::sortAndFilter()
 void TestWindow::dvd()
 {
     WindowDriver driver;
-    QVERIFY(driver.import({fixturePath("dvd/PAL_FILM")}));
+    QVERIFY(driver.import({fixturePath("dvd/PAL_FILM"), fixturePath("dvd/NTSC_FILM")}));
     const QModelIndex disc = driver.find("PAL_FILM");
     driver.trigger("table");
     driver.table()->expand(disc);
@@ -230,6 +230,10 @@ void TestWindow::dvd()
     auto* strip =
         qobject_cast<QListView*>(driver.details()->parentWidget()->findChild<QListView*>());
     QVERIFY(strip->isVisible());
+    strip->setCurrentIndex(strip->model()->index(0, 0, strip->rootIndex()));
+    driver.select(driver.find("NTSC_FILM"));
+    QVERIFY(!strip->currentIndex().isValid()); // whose picture would be shown
+    driver.select(disc);
     const QModelIndex chapter = strip->model()->index(1, 0, strip->rootIndex());
     QVERIFY(!chapter.data(LibraryModel::DurationRole).toString().isEmpty());
     QTRY_VERIFY(!chapter.data(LibraryModel::PictureRole).value<QPixmap>().isNull());
@@ -284,11 +288,22 @@ void TestWindow::failures()
     const QByteArray shown = report.readAllStandardOutput();
     QVERIFY2(shown.contains("broken.mp4") && shown.contains("missing.mkv"), shown.constData());
 
+    const QPersistentModelIndex last = list->model()->index(1, 0);
+    QVERIFY(driver.import({path("in"), writeFile(path("<b>.mp4"), "")}));
+    QCOMPARE(driver.window.library().otherKinds(), 1); // and not counted twice
+    QVERIFY(last.isValid());
+    const QString tip = list->model()->index(2, 0).data(Qt::ToolTipRole).toString();
+    QVERIFY2(tip.contains("&lt;b&gt;.mp4"), qPrintable(tip));
+    QVERIFY(QFile::remove(path("<b>.mp4")));
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_A, Qt::ControlModifier); // here, not of the items
+    QCOMPARE(list->selectionModel()->selectedRows().size(), 3);
+
     writeFile(broken, contentOf(fixturePath("media/one-frame.mp4")));
     QTest::mouseClick(again, Qt::LeftButton);
     QVERIFY(driver.wait());
     QTRY_COMPARE(driver.column(NameColumn), QStringList("broken.mp4"));
-    QCOMPARE(driver.window.library().failures().size(), std::size_t(1));
+    QCOMPARE(driver.window.library().failures().size(), std::size_t(2));
 }
 
 void TestWindow::stop()
@@ -302,7 +317,9 @@ void TestWindow::stop()
     QVERIFY2(left > 0 && left < many, qPrintable(QString::number(left)));
     QTest::qWait(200);
     QCOMPARE(driver.model()->rowCount(), left);
-    QVERIFY(driver.import({path("many")})); // the rest
+    QVERIFY(driver.drop({path("many")}));
+    driver.window.library().stop();
+    QVERIFY(driver.import({path("many")})); // the rest, though the stop is not over
     QCOMPARE(driver.model()->rowCount(), many);
 }
 

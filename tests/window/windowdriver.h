@@ -56,8 +56,10 @@ public:
         const QPoint place = target->rect().center();
         QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(target, &enter);
-        QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        return enter.isAccepted() && QApplication::sendEvent(target, &event) && event.isAccepted();
+        QDropEvent event(place, Qt::MoveAction | Qt::CopyAction, &data, Qt::LeftButton,
+                         Qt::ShiftModifier);
+        QApplication::sendEvent(target, &event);
+        return enter.isAccepted() && event.isAccepted() && event.dropAction() == Qt::CopyAction;
     }
 
     /// Until nothing more is to be done.
