@@ -35,6 +35,13 @@ std::vector<std::shared_ptr<const facts::Item>> LibraryFilter::shownItems() cons
     return items;
 }
 
+void LibraryFilter::sort(int column, Qt::SortOrder order)
+{
+    if (column == NameColumn)
+        m_model.rankNames();
+    QSortFilterProxyModel::sort(column, order);
+}
+
 /// Parts come with their item.
 bool LibraryFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
 {

@@ -27,6 +27,8 @@ public:
     /// As the list shows them.
     std::vector<std::shared_ptr<const facts::Item>> shownItems() const;
 
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+
 protected:
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
     bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;

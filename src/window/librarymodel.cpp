@@ -67,10 +67,13 @@ void LibraryModel::append(const std::vector<Entry>& entries)
     }
     const int first = itemCount();
     beginInsertRows({}, first, first + int(rows.size()) - 1);
+    std::vector<LibraryRow*> added;
     for (auto& row : rows) {
+        added.push_back(row.get());
         row->place = itemCount();
         m_rows.push_back(std::move(row));
     }
+    m_names.add(std::move(added));
     endInsertRows();
 }
 
@@ -84,7 +87,12 @@ void LibraryModel::update(LibraryRow& row, const std::shared_ptr<const Item>& it
         append({entry});
         return;
     }
+    const QString name = row.text(NameColumn);
     row.update(item);
+    if (row.text(NameColumn) != name) {
+        m_names.remove({&row});
+        m_names.add({&row});
+    }
     const QModelIndex changed = itemIndex(row);
     emit dataChanged(changed, itemIndex(row, ColumnCount - 1));
     const auto emitChildren = [this](const QModelIndex& parent, int count) {
@@ -103,6 +111,10 @@ void LibraryModel::removeKeys(const QStringList& keys)
     std::vector<int> places = placesOf(keys);
     for (const QString& key : keys)
         m_byKey.remove(key);
+    std::vector<LibraryRow*> removed;
+    for (const int place : places)
+        removed.push_back(m_rows[std::size_t(place)].get());
+    m_names.remove(removed);
     gather(places);
     while (!places.empty()) { // in a row as many as lie so, the last first
         const int last = places.back();

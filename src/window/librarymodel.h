@@ -2,6 +2,7 @@
 #pragma once
 
 #include "libraryrow.h"
+#include "nameorder.h"
 
 #include <QtCore/QAbstractItemModel>
 #include <QtCore/QHash>
@@ -44,6 +45,9 @@ public:
     void removeKeys(const QStringList& keys);
     /// Moves the items by one place, as far as there is one: up, or else down.
     void moveKeys(const QStringList& keys, bool isUp);
+
+    /// Makes comparing names quick, before they are sorted.
+    void rankNames() { m_names.rank(); }
 
     bool contains(const QString& key) const { return m_byKey.contains(key); }
     /// Invalid where there is none.
@@ -98,6 +102,7 @@ private:
     PictureCache& m_pictures;
     std::vector<std::unique_ptr<LibraryRow>> m_rows;
     QHash<QString, LibraryRow*> m_byKey;
+    NameOrder m_names;
     /// Who waits for which picture to be loaded.
     mutable QMultiHash<QString, QPersistentModelIndex> m_awaited;
 };
