@@ -19,6 +19,7 @@
 #include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
 #include <QtWidgets/QComboBox>
 #include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
@@ -66,7 +67,7 @@ MainWindow::MainWindow()
     layOut();
     connectActions();
     connectParts();
-    resize(1100, 720);
+    resize(QSize(1100, 720).boundedTo(screen()->availableSize())); // scaled it may be larger
     restoreSettings();
     onProgress();
     onSelection();

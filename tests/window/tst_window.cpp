@@ -318,6 +318,7 @@ void TestWindow::stop()
     QTest::qWait(200);
     QCOMPARE(driver.model()->rowCount(), left);
     QVERIFY(driver.drop({path("many")}));
+    QTRY_VERIFY(driver.model()->rowCount() > left);
     driver.window.library().stop();
     QVERIFY(driver.import({path("many")})); // the rest, though the stop is not over
     QCOMPARE(driver.model()->rowCount(), many);
