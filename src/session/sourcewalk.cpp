@@ -44,14 +44,16 @@ bool isEmpty(const QByteArray& path)
 
 } // namespace
 
-SourceWalk::SourceWalk(const QStringList& sources)
+SourceWalk::SourceWalk(const QStringList& sources, std::function<bool()> isStopped)
     : m_sources(sources)
+    , m_isStopped(std::move(isStopped))
 {}
 
 bool SourceWalk::next(QByteArray& path)
 {
-    while (true) {
-        while (!m_folders.empty()) {
+    const auto goesOn = [this] { return !m_isStopped || !m_isStopped(); };
+    while (goesOn()) {
+        while (!m_folders.empty() && goesOn()) {
             Folder& folder = m_folders.back();
             if (folder.done == folder.names.size()) {
                 m_folders.pop_back();
@@ -61,13 +63,14 @@ bool SourceWalk::next(QByteArray& path)
             if (isItem(path))
                 return true;
         }
-        if (m_done == m_sources.size())
+        if (m_done == m_sources.size() || !goesOn())
             return false;
         m_walked.clear();
         path = QFile::encodeName(m_sources.at(m_done++));
         if (isItem(path))
             return true;
     }
+    return false;
 }
 
 bool SourceWalk::isItem(const QByteArray& path)

@@ -4,6 +4,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QStringList>
 
+#include <functional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -14,10 +15,11 @@
 class SourceWalk
 {
 public:
-    explicit SourceWalk(const QStringList& sources);
+    /// It ends as soon as `isStopped` says so.
+    explicit SourceWalk(const QStringList& sources, std::function<bool()> isStopped = {});
 
     /// The next item's path in the file system's bytes, its source as given and what is below it.
-    /// False behind the last one.
+    /// False behind the last one, and once it is stopped.
     bool next(QByteArray& path);
 
     /// Folders so far that cannot be read.
@@ -36,6 +38,7 @@ private:
     void enter(const QByteArray& path);
 
     const QStringList m_sources;
+    const std::function<bool()> m_isStopped;
     int m_done = 0;
     std::vector<Folder> m_folders;
     std::set<std::pair<quint64, quint64>> m_walked; ///< devices and inodes, of the source at hand

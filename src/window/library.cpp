@@ -3,6 +3,7 @@
 
 #include "cimportmodel.h"
 #include "errornames.h"
+#include "lostpictures.h"
 
 #include <algorithm>
 
@@ -229,11 +230,16 @@ void Library::updateBusy()
         scheduleFlush();
         return;
     }
+    const bool wasBusy = m_progress.isBusy;
     dropClaims();
     flush();
     m_progress.isBusy = false;
     m_progress.fraction = 1.0;
     emit progressChanged();
+    if (wasBusy && m_progress.picturesTaken < m_progress.pictures) {
+        for (const QString& reason : reasonsForLostPictures(QString()))
+            emit picturesLost(reason);
+    }
 
     m_isStopping = false;
     QStringList later;

@@ -75,6 +75,8 @@ Q_SIGNALS:
     /// At most some times a second, and when the last import is over.
     void progressChanged();
     void failuresChanged();
+    /// Pictures are missing behind an import, since they cannot be written.
+    void picturesLost(const QString& reason);
     /// Keys of items that were asked for and are there.
     void shownAgain(const QStringList& keys);
 

@@ -27,6 +27,16 @@ const QCollator& collator()
     return collator;
 }
 
+/// Control characters as the signs for them.
+QString inOneLine(QString text)
+{
+    for (QChar& c : text) {
+        if (c.category() == QChar::Other_Control)
+            c = QChar(c.unicode() < 0x20 ? 0x2400 + c.unicode() : 0xfffd);
+    }
+    return text;
+}
+
 /// As texts are compared that people type: capitals, accents and ß do not count.
 QString folded(const QString& text)
 {
@@ -115,7 +125,7 @@ void LibraryRow::describe()
     const QString separator = QStringLiteral(", ");
     const facts::Stream* video = movie.first(facts::StreamKind::Video);
 
-    m_texts[NameColumn] = m_item->name();
+    m_texts[NameColumn] = inOneLine(m_item->name());
     m_texts[KindColumn] = ItemParts::kindName(m_item->kind);
     m_texts[DurationColumn] = facts::durationText(m_item->duration());
     m_texts[SizeColumn] = facts::sizeText(movie);

@@ -10,6 +10,8 @@
 #include <QtWidgets/QHeaderView>
 #include <QtWidgets/QTreeView>
 
+#include <algorithm>
+
 LibraryView::LibraryView(LibraryModel& model, QSize pictureSize, QWidget* parent)
     : QStackedWidget(parent)
     , m_model(model)
@@ -129,18 +131,24 @@ std::vector<std::shared_ptr<const facts::Item>> LibraryView::selectedItems() con
 
 void LibraryView::showItems(const QStringList& keys)
 {
-    QItemSelection selection;
-    QModelIndex first;
+    std::vector<int> rows;
     for (const QString& key : keys) {
         const QModelIndex index = m_filter.mapFromSource(m_model.indexOf(key));
-        if (!index.isValid())
-            continue;
-        if (!first.isValid())
-            first = index;
-        selection.select(index, index.siblingAtColumn(ColumnCount - 1));
+        if (index.isValid())
+            rows.push_back(index.row());
     }
-    if (!first.isValid())
+    if (rows.empty())
         return;
+    const QModelIndex first = m_filter.index(rows.front(), NameColumn);
+    std::sort(rows.begin(), rows.end());
+    QItemSelection selection; // a range for as many as lie in a row
+    for (std::size_t i = 0, begin = 0; i < rows.size(); ++i) {
+        if (i + 1 < rows.size() && rows[i + 1] <= rows[i] + 1)
+            continue;
+        selection.append(QItemSelectionRange(m_filter.index(rows[begin], 0),
+                                             m_filter.index(rows[i], ColumnCount - 1)));
+        begin = i + 1;
+    }
     QItemSelectionModel* selected = m_table->selectionModel();
     selected->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
     selected->select(selection, QItemSelectionModel::ClearAndSelect);

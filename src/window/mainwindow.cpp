@@ -174,6 +174,7 @@ void MainWindow::connectParts()
 {
     connect(&m_library, &Library::progressChanged, this, &MainWindow::onProgress);
     connect(&m_library, &Library::failuresChanged, this, &MainWindow::onFailures);
+    connect(&m_library, &Library::picturesLost, this, &MainWindow::warn);
     connect(&m_library, &Library::shownAgain, this, &MainWindow::onShownAgain);
     connect(m_view, &LibraryView::currentChanged, m_details, &DetailsPane::show);
     connect(m_view, &LibraryView::selectionChanged, this, &MainWindow::onSelection);

@@ -42,21 +42,28 @@ QPixmap PictureCache::picture(const QString& file)
 void PictureCache::forget(const QString& file)
 {
     m_pictures.remove(file);
+    if (m_awaited.contains(file))
+        m_outdated.insert(file);
 }
 
 /// One that cannot be read is kept too: it will not be there the next time either.
 void PictureCache::onLoaded(const QString& file, const QImage& image)
 {
+    m_awaited.remove(file);
+    if (m_outdated.remove(file)) { // it is asked for again
+        emit loaded(file);
+        return;
+    }
     auto picture = std::make_unique<QPixmap>(QPixmap::fromImage(image));
     picture->setDevicePixelRatio(m_ratio);
     const int cost = kilobytesOf(*picture);
     m_pictures.insert(file, picture.release(), cost);
-    m_awaited.remove(file);
     emit loaded(file);
 }
 
 void PictureCache::onDropped(const QString& file)
 {
     m_awaited.remove(file);
+    m_outdated.remove(file);
     emit loaded(file);
 }

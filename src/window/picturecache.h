@@ -44,5 +44,6 @@ private:
     const qreal m_ratio;
     QCache<QString, QPixmap> m_pictures;
     QSet<QString> m_awaited;
+    QSet<QString> m_outdated; ///< of those that are awaited: written since they were asked for
     std::unique_ptr<PictureLoader> m_loader;
 };

@@ -5,8 +5,8 @@
 
 namespace {
 
-/// For lupdate to find; nothing reads it. What src/vspavbased/refusals.cpp and
-/// src/session/errornames.h say.
+/// For lupdate to find; nothing reads it. What src/vspavbased/refusals.cpp,
+/// src/session/errornames.h and sourcefinder.cpp say.
 [[maybe_unused]] const char* const reasons[] = {
     QT_TRANSLATE_NOOP("Reason", "not a media file, or of a kind that is not known"),
     QT_TRANSLATE_NOOP("Reason", "no disc in it"),
@@ -27,6 +27,9 @@ namespace {
     QT_TRANSLATE_NOOP("Reason", "not among the formats to import"),
     QT_TRANSLATE_NOOP("Reason", "among the forbidden formats"),
     QT_TRANSLATE_NOOP("Reason", "cannot be opened or read"),
+    QT_TRANSLATE_NOOP("Reason", "no such file or folder"),
+    QT_TRANSLATE_NOOP("Reason", "the name is no valid text"),
+    QT_TRANSLATE_NOOP("Reason", "the folder cannot be read"),
 };
 
 } // namespace

@@ -79,21 +79,21 @@ void SourceFinder::walk(const QStringList& paths)
         names.append(QFile::encodeName(path));
     const SourcePaths given = SourcePaths::inspect(names, 1, 1);
     for (const QString& path : given.missing)
-        emit unusable(path, tr("nothing is there"));
+        emit unusable(path, QStringLiteral("no such file or folder"));
     for (const QString& path : given.special + given.undecodable)
-        emit unusable(path, tr("neither a file nor a folder"));
+        emit unusable(path, QStringLiteral("neither a file nor a folder"));
 
     const QSet<QString> named(given.sources.begin(), given.sources.end());
-    SourceWalk walk(given.sources);
+    SourceWalk walk(given.sources, [this] { return m_isStopped.load(); });
     QVector<FoundSource> batch;
     int batchSize = firstBatch;
     QElapsedTimer sinceBatch;
     sinceBatch.start();
     QByteArray name;
-    while (!m_isStopped && walk.next(name)) {
+    while (walk.next(name)) {
         const QString path = QFile::decodeName(name);
         if (QFile::encodeName(path) != name) {
-            emit unusable(path, tr("the name is no valid text"));
+            emit unusable(path, QStringLiteral("the name is no valid text"));
             continue;
         }
         const QString canonical = QFileInfo(path).canonicalFilePath(); // empty if it has gone
@@ -108,5 +108,5 @@ void SourceFinder::walk(const QStringList& paths)
     if (!m_isStopped && !batch.isEmpty())
         emit found(batch);
     for (const QString& path : walk.unreadable())
-        emit unusable(path, tr("the folder cannot be read"));
+        emit unusable(path, QStringLiteral("the folder cannot be read"));
 }

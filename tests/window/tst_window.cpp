@@ -432,7 +432,7 @@ void TestWindow::lists()
     WindowDriver driver;
     driver.chooseFile(path("saved.list"), [&] { driver.trigger("openList"); });
     QVERIFY(driver.wait());
-    QCOMPARE(driver.column(NameColumn), QStringList({"two\nlines.mp4", "tagged.ogg"}));
+    QCOMPARE(driver.column(NameColumn), QStringList({"two␊lines.mp4", "tagged.ogg"}));
 }
 
 void TestWindow::closeWhileImporting()

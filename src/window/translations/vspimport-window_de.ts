@@ -669,16 +669,9 @@
         <source>cannot be opened or read</source>
         <translation>kann nicht geöffnet oder gelesen werden</translation>
     </message>
-</context>
-<context>
-    <name>SourceFinder</name>
     <message>
-        <source>nothing is there</source>
-        <translation>dort ist nichts</translation>
-    </message>
-    <message>
-        <source>neither a file nor a folder</source>
-        <translation>weder eine Datei noch ein Ordner</translation>
+        <source>no such file or folder</source>
+        <translation>keine solche Datei und kein solcher Ordner</translation>
     </message>
     <message>
         <source>the name is no valid text</source>
