@@ -80,7 +80,7 @@ QString Bluray::pictureFile(ClipPlace place) const
 QString Bluray::pictureFile(const BlurayChapter& chapter) const
 {
     for (auto clip = chapter.clips.rbegin(); clip != chapter.clips.rend(); ++clip) {
-        const QString file = pictureFile(*clip);
+        QString file = pictureFile(*clip);
         if (!file.isEmpty())
             return file;
     }

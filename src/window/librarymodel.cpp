@@ -112,6 +112,7 @@ void LibraryModel::removeKeys(const QStringList& keys)
     for (const QString& key : keys)
         m_byKey.remove(key);
     std::vector<LibraryRow*> removed;
+    removed.reserve(places.size());
     for (const int place : places)
         removed.push_back(m_rows[std::size_t(place)].get());
     m_names.remove(removed);

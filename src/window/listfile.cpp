@@ -11,7 +11,7 @@
 namespace {
 
 /// A list of a hundred thousand paths has some ten.
-const qint64 mostBytes = Q_INT64_C(256) * 1024 * 1024;
+const qint64 largestList = Q_INT64_C(256) * 1024 * 1024;
 
 } // namespace
 
@@ -44,7 +44,7 @@ bool ListFile::read(const QString& fileName, QStringList& paths, QString& error)
         error = file.errorString();
         return false;
     }
-    if (file.size() > mostBytes) {
+    if (file.size() > largestList) {
         error = tr("it is no list of paths");
         return false;
     }

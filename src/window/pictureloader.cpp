@@ -9,7 +9,7 @@ namespace {
 const int mostWaiting = 500;
 
 /// Nothing that an import has written is larger.
-const QSize largest(16384, 16384);
+const QSize largestPicture(16384, 16384);
 
 } // namespace
 
@@ -60,7 +60,8 @@ QImage PictureLoader::read(const QString& file) const
 {
     QImageReader reader(file);
     QSize size = reader.size();
-    if (!size.isValid() || size.width() > largest.width() || size.height() > largest.height())
+    if (!size.isValid() || size.width() > largestPicture.width() ||
+        size.height() > largestPicture.height())
         return QImage();
     if (size.width() > m_size.width() || size.height() > m_size.height())
         reader.setScaledSize(size.scaled(m_size, Qt::KeepAspectRatio));
