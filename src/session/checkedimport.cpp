@@ -143,6 +143,7 @@ void CheckedImport::giveUp(std::vector<Again>& those)
 {
     for (Again& again : those) {
         again.ready.item->dropPictures();
+        again.ready.pictureCount = 0;
         m_receiver(again.ready);
     }
     those.clear();

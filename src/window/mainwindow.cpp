@@ -15,13 +15,11 @@
 #include <QActionGroup>
 #include <QtCore/QMimeData>
 #include <QtCore/QSettings>
-#include <QtCore/QStandardPaths>
 #include <QtGui/QClipboard>
 #include <QtGui/QDropEvent>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtWidgets/QComboBox>
-#include <QtWidgets/QFileDialog>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
@@ -60,7 +58,7 @@ MainWindow::MainWindow()
     , m_words(new QLineEdit(this))
     , m_splitter(new QSplitter(this))
     , m_pages(new QStackedWidget(this))
-    , m_folder(QStandardPaths::writableLocation(QStandardPaths::MoviesLocation))
+    , m_dialogs(*this)
 {
     setAcceptDrops(true);
     makeToolBar();
@@ -131,17 +129,17 @@ void MainWindow::connectActions()
     const auto on = [this](QAction* action, auto slot) {
         connect(action, &QAction::triggered, this, slot);
     };
-    on(m_actions.openFiles, [this] { openFiles(); });
-    on(m_actions.openFolder, [this] { openFolder(tr("Open Folder"), m_folder); });
+    on(m_actions.openFiles, [this] { import(m_dialogs.openFiles(tr("Open Files"))); });
+    on(m_actions.openFolder, [this] { openFolder(tr("Open Folder"), QString()); });
     on(m_actions.openDisc, [this] { openFolder(tr("Open Disc"), QStringLiteral("/media")); });
     on(m_actions.openList, [this] { openList(); });
     on(m_actions.saveList, [this] { saveList(); });
     on(m_actions.exportJson,
-       [this] { exportAs(Exporter::Json, tr("Export as JSON"), QStringLiteral("*.json")); });
+       [this] { exportAs(Exporter::Json, tr("Export as JSON"), QStringLiteral("json")); });
     on(m_actions.exportCsv,
-       [this] { exportAs(Exporter::Csv, tr("Export as CSV"), QStringLiteral("*.csv")); });
+       [this] { exportAs(Exporter::Csv, tr("Export as CSV"), QStringLiteral("csv")); });
     on(m_actions.exportPage,
-       [this] { exportAs(Exporter::Page, tr("Export as Page"), QStringLiteral("*.html")); });
+       [this] { exportAs(Exporter::Page, tr("Export as Page"), QStringLiteral("html")); });
     on(m_actions.quit, [this] { close(); });
     on(m_actions.paste, [this] { paste(); });
     on(m_actions.copyPath, [this] { copyPaths(); });
@@ -185,7 +183,7 @@ void MainWindow::connectParts()
     connect(m_failures, &FailureBar::tryAgainClicked, this, [this] { m_library.tryAgain(); });
     connect(m_failures, &FailureBar::dismissed, this, [this] { m_library.dropFailures(); });
     connect(m_failures, &FailureBar::saveReportClicked, this,
-            [this] { exportAs(Exporter::Report, tr("Save Report"), QStringLiteral("*.report")); });
+            [this] { exportAs(Exporter::Report, tr("Save Report"), QStringLiteral("report")); });
     connect(m_progress, &ImportBar::stopClicked, this, [this] { m_library.stop(); });
     connect(m_words, &QLineEdit::textChanged, this, [this](const QString& words) {
         m_view->setWords(words);
@@ -228,26 +226,16 @@ void MainWindow::paste()
     import(droppedPaths(*QGuiApplication::clipboard()->mimeData()));
 }
 
-void MainWindow::openFiles()
-{
-    const QStringList files = QFileDialog::getOpenFileNames(this, tr("Open Files"), m_folder);
-    if (!files.isEmpty())
-        m_folder = QFileInfo(files.first()).path();
-    import(files);
-}
-
 void MainWindow::openFolder(const QString& title, const QString& folder)
 {
-    const QString chosen = QFileDialog::getExistingDirectory(this, title, folder);
-    if (chosen.isEmpty())
-        return;
-    m_folder = QFileInfo(chosen).path();
-    import({chosen});
+    const QString chosen = m_dialogs.openFolder(title, folder);
+    if (!chosen.isEmpty())
+        import({chosen});
 }
 
 void MainWindow::openList()
 {
-    const QString fileName = QFileDialog::getOpenFileName(this, tr("Open List"), m_folder);
+    const QString fileName = m_dialogs.openFile(tr("Open List"));
     if (fileName.isEmpty())
         return;
     QStringList paths;
@@ -260,7 +248,7 @@ void MainWindow::openList()
 
 void MainWindow::saveList()
 {
-    const QString fileName = QFileDialog::getSaveFileName(this, tr("Save List"), m_folder);
+    const QString fileName = m_dialogs.saveFile(tr("Save List"), QString());
     if (fileName.isEmpty())
         return;
     QStringList paths;
@@ -272,15 +260,13 @@ void MainWindow::saveList()
 }
 
 /// What is shown, in the order in which it is.
-void MainWindow::exportAs(Exporter::Format format, const QString& title, const QString& filter)
+void MainWindow::exportAs(Exporter::Format format, const QString& title, const QString& suffix)
 {
-    QFileDialog dialog(this, title, m_folder, filter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(filter.mid(2));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return;
-    m_exporter.write(format, dialog.selectedFiles().first(),
-                     {m_view->filter().shownItems(), m_library.failures(), m_library.logRecords()});
+    const QString fileName = m_dialogs.saveFile(title, suffix);
+    if (!fileName.isEmpty())
+        m_exporter.write(
+            format, fileName,
+            {m_view->filter().shownItems(), m_library.failures(), m_library.logRecords()});
 }
 
 void MainWindow::copyPaths()
@@ -405,7 +391,7 @@ void MainWindow::saveSettings() const
     settings.setValue(QStringLiteral("geometry"), saveGeometry());
     settings.setValue(QStringLiteral("splitter"), m_splitter->saveState());
     settings.setValue(QStringLiteral("details"), m_actions.details->isChecked());
-    settings.setValue(QStringLiteral("folder"), m_folder);
+    settings.setValue(QStringLiteral("folder"), m_dialogs.folder());
     m_view->saveState(settings);
 }
 
@@ -415,7 +401,7 @@ void MainWindow::restoreSettings()
     restoreGeometry(settings.value(QStringLiteral("geometry")).toByteArray());
     m_splitter->restoreState(settings.value(QStringLiteral("splitter")).toByteArray());
     m_actions.details->setChecked(settings.value(QStringLiteral("details"), true).toBool());
-    m_folder = settings.value(QStringLiteral("folder"), m_folder).toString();
+    m_dialogs.setFolder(settings.value(QStringLiteral("folder"), m_dialogs.folder()).toString());
     m_view->restoreState(settings);
     (m_view->look() == LibraryView::Grid ? m_actions.grid : m_actions.table)->setChecked(true);
     showSort();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "exporter.h"
+#include "filedialogs.h"
 #include "library.h"
 #include "librarymodel.h"
 #include "picturecache.h"
@@ -53,11 +54,10 @@ private:
     void connectActions();
     void connectParts();
 
-    void openFiles();
     void openFolder(const QString& title, const QString& folder);
     void openList();
     void saveList();
-    void exportAs(Exporter::Format format, const QString& title, const QString& filter);
+    void exportAs(Exporter::Format format, const QString& title, const QString& suffix);
     void paste();
     void copyPaths();
     void playSelected();
@@ -82,5 +82,5 @@ private:
     QLineEdit* m_words;
     QSplitter* m_splitter;
     QStackedWidget* m_pages;
-    QString m_folder; ///< that dialogs begin in
+    FileDialogs m_dialogs;
 };
