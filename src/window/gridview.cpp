@@ -36,11 +36,11 @@ void GridView::measureCell()
     adjustGrid();
 }
 
-/// What is left of the width is shared by all.
+/// What is left of the width is shared by all. The view lays out as if the scroll bar were there.
 void GridView::adjustGrid()
 {
     int width = m_cell.width() + 4;
-    const int room = viewport()->width() - 1;
+    const int room = maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() - 2;
     if (m_shape == Sheet && room > width)
         width = room / (room / width);
     const QSize grid(width, m_cell.height() + 4);

@@ -19,6 +19,7 @@ LibraryView::LibraryView(LibraryModel& model, QSize pictureSize, QWidget* parent
     , m_grid(new GridView(GridView::Sheet, pictureSize, this))
     , m_table(new QTreeView(this))
 {
+    m_grid->setObjectName(QStringLiteral("grid"));
     setUpTable();
     for (QAbstractItemView* view : std::initializer_list<QAbstractItemView*>{m_grid, m_table})
         setUpView(*view);

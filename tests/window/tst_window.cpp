@@ -39,6 +39,7 @@ private Q_SLOTS:
     void dropAnywhere_data();
     void dropAnywhere();
     void itemsArriveLive();
+    void gridFillsRows();
     void sortAndFilter();
     void dvd();
     void bluray();
@@ -169,6 +170,25 @@ void TestWindow::itemsArriveLive()
     QCOMPARE(progress.picturesTaken, many / 4);
     const QModelIndex first = driver.model()->index(0, 0);
     QTRY_VERIFY(!first.data(LibraryModel::PictureRole).value<QPixmap>().isNull());
+}
+
+void TestWindow::gridFillsRows()
+{
+    WindowDriver driver;
+    QVERIFY(driver.import({manyFilms(9)}));
+    auto* grid = driver.window.findChild<QListView*>("grid");
+    const auto place = [&](int row) { return grid->visualRect(driver.model()->index(row, 0)); };
+    for (const int width : {700, 850, 1000, 1100}) {
+        driver.window.resize(width, width == 850 ? 500 : 1100);
+        QTest::qWait(200); // the view lays out later
+        int columns = 1;
+        while (columns < 9 && place(columns).top() == place(0).top())
+            ++columns;
+        const int left = grid->viewport()->width() - place(columns - 1).right();
+        QVERIFY2(left >= 0 && left < place(0).width(), qPrintable(QString::number(width)));
+        QCOMPARE(grid->verticalScrollBar()->maximum() > 0,
+                 place(8).bottom() > grid->viewport()->height());
+    }
 }
 
 void TestWindow::sortAndFilter()
