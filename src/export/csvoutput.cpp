@@ -8,7 +8,6 @@
 #include <algorithm>
 
 using facts::Item;
-using facts::ItemKind;
 
 namespace {
 
@@ -36,19 +35,13 @@ QString known(Number number)
     return number > 0 ? QString::number(number) : QString();
 }
 
-QString kindName(ItemKind kind)
-{
-    static const char* const names[] = {"video", "audio", "Blu-ray", "DVD"};
-    return QLatin1String(names[int(kind)]);
-}
-
 QByteArray lineOf(const Item& item)
 {
     const facts::Movie& movie = facts::mainMovie(item);
     const facts::Stream* video = movie.first(facts::StreamKind::Video);
     const facts::PictureSize size = facts::pictureSize(movie);
-    QStringList cells{kindName(item.kind),    item.name(),       item.sourcePath(),
-                      known(item.duration()), known(size.width), known(size.height)};
+    QStringList cells{facts::kindName(item.kind), item.name(),       item.sourcePath(),
+                      known(item.duration()),     known(size.width), known(size.height)};
     cells << (video ? video->framerate.section(QLatin1Char(' '), 0, 0) : QString())
           << facts::codecs(movie).join(QLatin1Char(' '))
           << facts::languages(movie).join(QLatin1Char(' ')) << known(item.bytes)

@@ -223,14 +223,10 @@ std::vector<ItemMarkup::Figure> ItemMarkup::figuresOf(const facts::Bluray& disc,
     std::vector<Figure> figures;
     QSet<QString> files;
     const auto add = [&](facts::ClipPlace place, const QString& caption, const QString& time) {
-        if (std::size_t(place.file) >= disc.files.size())
-            return;
-        const facts::BlurayFile& file = disc.files[std::size_t(place.file)];
-        const QString picture = std::size_t(place.clip) < file.clips.size()
-                                    ? file.clips[std::size_t(place.clip)].file
-                                    : QString();
+        const QString picture = disc.pictureFile(place);
         if (picture.isEmpty() || files.contains(picture))
             return;
+        const facts::BlurayFile& file = disc.files[std::size_t(place.file)];
         files.insert(picture);
         const QString more = time.isEmpty() ? time : time + QStringLiteral(" · ");
         figures.push_back({picture, caption, more + QFileInfo(file.path).fileName()});

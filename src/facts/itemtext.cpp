@@ -25,6 +25,12 @@ QStringList eachOnce(const Movie& movie, TextOf textOf)
 
 } // namespace
 
+QString kindName(ItemKind kind)
+{
+    static const char* const names[] = {"video", "audio", "Blu-ray", "DVD"};
+    return QLatin1String(names[int(kind)]);
+}
+
 QString durationText(double seconds)
 {
     if (!(seconds > 0.0)) // or no number at all

@@ -9,6 +9,8 @@ namespace facts {
 
 /// Facts as people read them. What is unknown is an empty text.
 
+/// "video", "audio", "Blu-ray", "DVD".
+QString kindName(ItemKind kind);
 /// "1:23:45", rounded to seconds.
 QString durationText(double seconds);
 QString bytesText(qint64 bytes);

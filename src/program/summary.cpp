@@ -23,12 +23,6 @@ const int mostItemsShown = 200;
 
 const ItemKind itemKinds[] = {ItemKind::Video, ItemKind::Audio, ItemKind::Bluray, ItemKind::Dvd};
 
-QString nameOf(ItemKind kind)
-{
-    static const char* const names[] = {"video", "audio", "Blu-ray", "DVD"};
-    return QLatin1String(names[int(kind)]);
-}
-
 QString orDash(const QString& text)
 {
     return text.isEmpty() ? QStringLiteral("-") : text;
@@ -82,14 +76,14 @@ QString titleLines(const Item& item)
 QString itemLines(const Item& item, const QString& path)
 {
     if (!item.isDisc()) {
-        return columns(nameOf(item.kind), item.movie.duration, facts::sizeText(item.movie),
+        return columns(facts::kindName(item.kind), item.movie.duration, facts::sizeText(item.movie),
                        codecsText(item.movie), path);
     }
     // The disc's own name, where that is another than the folder's.
     const QString name = item.name();
     const bool isShown = path.isEmpty() || QFileInfo(path).fileName() == name;
     const QString named = isShown ? path : QStringLiteral("%1 (%2)").arg(path, name);
-    return columns(nameOf(item.kind), 0.0, QStringLiteral("-"),
+    return columns(facts::kindName(item.kind), 0.0, QStringLiteral("-"),
                    QLatin1String(item.dvd.isScrambled ? "scrambled" : "-"),
                    path.isEmpty() ? name : named) +
            titleLines(item);
@@ -101,7 +95,7 @@ QString countsText(const int (&counts)[4])
     QStringList parts;
     for (const ItemKind kind : itemKinds) {
         if (counts[int(kind)] > 0)
-            parts.append(QStringLiteral("%1 %2").arg(counts[int(kind)]).arg(nameOf(kind)));
+            parts.append(QStringLiteral("%1 %2").arg(counts[int(kind)]).arg(facts::kindName(kind)));
     }
     return parts.join(QStringLiteral(", "));
 }

@@ -31,8 +31,9 @@ void writeDocument(QIODevice& device, const Exporter::Findings& findings)
         result.add(item, int(result.items().size()));
     for (const ImportResult::Failure& failure : findings.failures)
         result.add(failure);
-    result.importPercent = 100;
-    result.picturePercent = 100;
+    result.stopped = findings.isPartial;
+    result.importPercent = findings.importPercent;
+    result.picturePercent = findings.picturePercent;
     writeJsonDocument(device, sources, result, findings.log);
 }
 
@@ -48,7 +49,7 @@ void writeReport(QIODevice& device, const Exporter::Findings& findings)
 /// It is for people.
 void writePage(const QString& fileName, const Exporter::Findings& findings, QString& error)
 {
-    PageContent content{findings.items, findings.failures, false};
+    PageContent content{findings.items, findings.failures, findings.isPartial};
     for (ImportResult::Failure& failure : content.failures)
         failure.reason = translatedReason(failure.reason);
     writeHtmlPage(fileName, content, error);

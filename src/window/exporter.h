@@ -29,6 +29,9 @@ public:
         std::vector<std::shared_ptr<const facts::Item>> items;
         std::vector<ImportResult::Failure> failures;
         QList<LogCollector::Record> log;
+        bool isPartial = false; ///< while an import runs, or once one was stopped
+        int importPercent = 100;
+        int picturePercent = 100;
     };
 
     using QObject::QObject;

@@ -14,7 +14,22 @@ namespace {
 /// Often enough for eyes; views take some milliseconds for each.
 const int flushIntervalMs = 60;
 
+int percentOf(int done, int all)
+{
+    return all > 0 ? std::min(100, int(100LL * done / all)) : 100;
+}
+
 } // namespace
+
+int ImportProgress::importPercent() const
+{
+    return percentOf(imported + without, listed);
+}
+
+int ImportProgress::picturePercent() const
+{
+    return percentOf(finished, imported);
+}
 
 Library::Library(LibraryModel& model, QObject* parent)
     : QObject(parent)
@@ -49,6 +64,7 @@ void Library::add(const QStringList& paths)
 void Library::stop()
 {
     m_isStopping = m_progress.isBusy;
+    m_progress.isStopped = m_progress.isStopped || m_isStopping;
     m_later.clear();
     m_finder.stop();
     m_imports.stop();

@@ -36,6 +36,12 @@ struct ImportProgress
     int picturesTaken = 0;
     QString path; ///< at hand
     bool isBusy = false;
+    bool isStopped = false; ///< since then there may have been more
+
+    /// How many of the sources gave what they have, and of the items came with all.
+    int importPercent() const;
+    int picturePercent() const;
+
     /// 0 to 1; never less than before while it is busy.
     double fraction = 0.0;
 };

@@ -58,12 +58,15 @@ void LibraryModel::append(const std::vector<Entry>& entries)
     std::vector<std::unique_ptr<LibraryRow>> rows;
     for (const Entry& entry : entries) {
         LibraryRow*& known = m_byKey[entry.key];
-        if (known) { // twice among these
-            known->update(entry.item);
-            continue;
-        }
-        rows.push_back(std::make_unique<LibraryRow>(entry.key, entry.item));
-        known = rows.back().get();
+        auto row = std::make_unique<LibraryRow>(entry.key, entry.item);
+        const auto same = std::find_if(rows.begin(), rows.end(), [known](const auto& other) {
+            return known && other.get() == known;
+        });
+        known = row.get();
+        if (same != rows.end()) // twice among these
+            *same = std::move(row);
+        else
+            rows.push_back(std::move(row));
     }
     const int first = itemCount();
     beginInsertRows({}, first, first + int(rows.size()) - 1);

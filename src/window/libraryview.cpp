@@ -71,12 +71,16 @@ void LibraryView::setUpView(QAbstractItemView& view)
     connect(header, &QHeaderView::sortIndicatorChanged, this, &LibraryView::sortChanged);
 }
 
+QAbstractItemView* LibraryView::currentView() const
+{
+    return static_cast<QAbstractItemView*>(currentWidget());
+}
+
 void LibraryView::setLook(Look look)
 {
     setCurrentIndex(look);
     setFocusProxy(currentWidget());
-    auto* view = static_cast<QAbstractItemView*>(currentWidget());
-    view->scrollTo(view->currentIndex());
+    currentView()->scrollTo(currentView()->currentIndex());
 }
 
 void LibraryView::setWords(const QString& words)
@@ -153,12 +157,12 @@ void LibraryView::showItems(const QStringList& keys)
     QItemSelectionModel* selected = m_table->selectionModel();
     selected->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
     selected->select(selection, QItemSelectionModel::ClearAndSelect);
-    static_cast<QAbstractItemView*>(currentWidget())->scrollTo(first);
+    currentView()->scrollTo(first);
 }
 
 void LibraryView::selectAllItems()
 {
-    static_cast<QAbstractItemView*>(currentWidget())->selectAll();
+    currentView()->selectAll();
 }
 
 void LibraryView::clearSelection()

@@ -60,6 +60,7 @@ Q_SIGNALS:
     void menuRequested(const QPoint& place); ///< on the screen
 
 private:
+    QAbstractItemView* currentView() const;
     void setUpTable();
     void setUpView(QAbstractItemView& view);
     void dropLargeSelection();

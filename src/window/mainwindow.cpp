@@ -263,10 +263,13 @@ void MainWindow::saveList()
 void MainWindow::exportAs(Exporter::Format format, const QString& title, const QString& suffix)
 {
     const QString fileName = m_dialogs.saveFile(title, suffix);
-    if (!fileName.isEmpty())
-        m_exporter.write(
-            format, fileName,
-            {m_view->filter().shownItems(), m_library.failures(), m_library.logRecords()});
+    if (fileName.isEmpty())
+        return;
+    const ImportProgress& progress = m_library.progress();
+    m_exporter.write(format, fileName,
+                     {m_view->filter().shownItems(), m_library.failures(), m_library.logRecords(),
+                      progress.isBusy || progress.isStopped, progress.importPercent(),
+                      progress.picturePercent()});
 }
 
 void MainWindow::copyPaths()

@@ -80,8 +80,10 @@ void SourceFinder::walk(const QStringList& paths)
     const SourcePaths given = SourcePaths::inspect(names, 1, 1);
     for (const QString& path : given.missing)
         emit unusable(path, QStringLiteral("no such file or folder"));
-    for (const QString& path : given.special + given.undecodable)
+    for (const QString& path : given.special)
         emit unusable(path, QStringLiteral("neither a file nor a folder"));
+    for (const QString& path : given.undecodable)
+        emit unusable(path, QStringLiteral("the name is no valid text"));
 
     const QSet<QString> named(given.sources.begin(), given.sources.end());
     SourceWalk walk(given.sources, [this] { return m_isStopped.load(); });

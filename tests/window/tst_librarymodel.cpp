@@ -121,6 +121,8 @@ void TestLibraryModel::updates()
     model.put({{"d", dvd(5, 4)}}); // another disc at the same place
     QVERIFY(!chapter.isValid());
     QCOMPARE(model.rowCount(model.indexOf("d")), 5);
+    model.put({{"e", dvd(1, 0)}, {"e", dvd(4, 0)}}); // before it was shown
+    QCOMPARE(model.rowCount(model.indexOf("e")), 4);
     model.put({{"d", dvd(5, 0)}});
     QCOMPARE(model.index(0, 0, model.indexOf("d")).data().toString(),
              QString("Title 1 (main title)"));

@@ -335,6 +335,10 @@ void TestWindow::stop()
     QVERIFY(driver.wait());
     const int left = driver.model()->rowCount();
     QVERIFY2(left > 0 && left < many, qPrintable(QString::number(left)));
+    driver.chooseFile(path("part.json"), [&] { driver.trigger("exportJson"); });
+    QTRY_VERIFY(QFile::exists(path("part.json")));
+    const QJsonObject part = QJsonDocument::fromJson(contentOf(path("part.json"))).object();
+    QCOMPARE(part.value("stopped").toBool(), true);
     QTest::qWait(200);
     QCOMPARE(driver.model()->rowCount(), left);
     QVERIFY(driver.drop({path("many")}));
